@@ -1,0 +1,16 @@
+#pragma once
+// Port: synthetic keyboard input into whatever window has the focus.
+#include <QString>
+
+namespace platform {
+
+class KeySender {
+public:
+    virtual ~KeySender() = default;
+    // Sends a string in the keystroke notation ("+", "^", "%", "~", {KEY n}) without waiting.
+    virtual void sendKeys(const QString &notation) = 0;
+    // Presses one key by its virtual key code (key-down only, e.g. 44 Print Screen).
+    virtual void pressKey(int virtualKey) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,15 @@
+#pragma once
+#include "platform/processes.h"
+
+namespace platform {
+
+// Process listing over /proc. A process's name is the file name of its executable
+// (/proc/PID/exe), falling back to the command name when the link cannot be read.
+class ProcProcesses : public Processes {
+public:
+    QList<qint64> pidsNamed(const QString &name) const override;
+    bool terminate(qint64 pid) override;
+    qint64 selfPid() const override;
+};
+
+} // namespace platform

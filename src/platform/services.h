@@ -1,0 +1,32 @@
+#pragma once
+// The registry of platform implementations in force. The program installs the real ones
+// at start-up, sonamark-cli the headless ones, tests their fakes. Logic code reaches the
+// outside world only through these.
+#include "platform/clipboard.h"
+#include "platform/desktop.h"
+#include "platform/error_window.h"
+#include "platform/key_sender.h"
+#include "platform/message_window.h"
+#include "platform/processes.h"
+#include "platform/text_window.h"
+#include "platform/tray_icon.h"
+
+namespace platform {
+
+struct Services {
+    MessageWindow *messages = nullptr;
+    ErrorWindow *errors = nullptr;
+    TrayIcon *tray = nullptr;
+    Processes *processes = nullptr;
+    Clipboard *clipboard = nullptr;
+    Desktop *desktop = nullptr;
+    KeySender *keys = nullptr;
+    TextWindow *textWindow = nullptr;
+};
+
+// The current set. Pointers are owned by whoever installed them and must outlive use.
+Services &services();
+// Replaces the whole set and returns the previous one.
+Services install(const Services &set);
+
+} // namespace platform

@@ -1,0 +1,116 @@
+#pragma once
+// Fakes of the platform ports: they record what the logic asked for and answer from a
+// script. FakeServices installs all of them for the life of a test.
+#include "platform/services.h"
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <deque>
+
+namespace fakes {
+
+class FakeMessageWindow : public platform::MessageWindow {
+public:
+    QList<platform::MessageSpec> shown;   // every message, in order
+    std::deque<int> answers;              // answers to give, in order
+    QStringList popups;
+    bool popupVisible = false;
+    int unloads = 0;
+
+    int showModal(const platform::MessageSpec &spec) override;
+    void showModeless(const platform::MessageSpec &spec) override;
+    void unload() override;
+    void showPopup(const QString &text) override;
+    void hidePopup() override;
+private:
+    int nextAnswer(int type);
+    int m_openType = -1;
+};
+
+class FakeErrorWindow : public platform::ErrorWindow {
+public:
+    QStringList reports;
+    Choice answer = Choice::Continue;
+    Choice showError(const QString &errorText) override;
+};
+
+class FakeTrayIcon : public platform::TrayIcon {
+public:
+    bool available = true;
+    bool shown = false;
+    platform::TrayPicture picture = platform::TrayPicture::Idle;
+    QString tip;
+    bool exists() const override { return available; }
+    bool addIcon(platform::TrayPicture p, const QString &t) override;
+    void changeIcon(platform::TrayPicture p) override { picture = p; }
+    void changeTip(const QString &t) override { tip = t; }
+    void deleteIcon() override { shown = false; }
+    bool isShown() const override { return shown; }
+};
+
+class FakeProcesses : public platform::Processes {
+public:
+    QMap<qint64, QString> running;  // pid -> name
+    QList<qint64> terminated;
+    qint64 self = 1000;
+    QList<qint64> pidsNamed(const QString &name) const override;
+    bool terminate(qint64 pid) override;
+    qint64 selfPid() const override { return self; }
+};
+
+class FakeClipboard : public platform::Clipboard {
+public:
+    QString content;
+    int reads = 0;
+    QString text() override { ++reads; return content; }
+    void setText(const QString &t) override { content = t; }
+    void clear() override { content.clear(); }
+};
+
+class FakeDesktop : public platform::Desktop {
+public:
+    QStringList opened;     // URLs
+    QStringList started;    // "program arg1 arg2"
+    bool canStart = true;
+    std::function<void()> whileRunning;  // runs inside runAndWait
+    bool openUrl(const QString &url) override { opened << url; return true; }
+    bool startDetached(const QString &program, const QStringList &args, const QString &) override;
+    bool runAndWait(const QString &program, const QStringList &args, const QString &) override;
+};
+
+class FakeKeySender : public platform::KeySender {
+public:
+    QStringList sent;  // "SENDKEYS <text>" or "KEY <code>", in order
+    void sendKeys(const QString &notation) override { sent << QStringLiteral("SENDKEYS ") + notation; }
+    void pressKey(int virtualKey) override { sent << QStringLiteral("KEY %1").arg(virtualKey); }
+};
+
+class FakeTextWindow : public platform::TextWindow {
+public:
+    QString caption;
+    QString text;
+    int shows = 0;
+    void showText(const QString &c, const QString &t) override { caption = c; text = t; ++shows; }
+};
+
+struct FakeServices {
+    FakeMessageWindow messages;
+    FakeErrorWindow errors;
+    FakeTrayIcon tray;
+    FakeProcesses processes;
+    FakeClipboard clipboard;
+    FakeDesktop desktop;
+    FakeKeySender keys;
+    FakeTextWindow textWindow;
+
+    FakeServices();
+    ~FakeServices();
+    FakeServices(const FakeServices &) = delete;
+    FakeServices &operator=(const FakeServices &) = delete;
+private:
+    platform::Services m_previous;
+};
+
+} // namespace fakes
