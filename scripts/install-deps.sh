@@ -15,7 +15,7 @@ PACKAGES=(
   gstreamer1.0-plugins-base gstreamer1.0-pulseaudio
   # test and headless runs
   xvfb xauth fluxbox trayer xclip xdotool x11-utils x11-apps
-  pulseaudio pulseaudio-utils poppler-utils antiword procps
+  pulseaudio pulseaudio-utils poppler-utils antiword procps imagemagick
 )
 
 missing=()

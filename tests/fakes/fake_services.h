@@ -58,6 +58,7 @@ public:
     QList<qint64> pidsNamed(const QString &name) const override;
     bool terminate(qint64 pid) override;
     qint64 selfPid() const override { return self; }
+    QString nameOf(qint64 pid) const override { return running.value(pid); }
 };
 
 class FakeClipboard : public platform::Clipboard {

@@ -11,11 +11,26 @@ namespace platform {
 
 namespace {
 
+bool isZombie(const QString &pidDir)
+{
+    QFile stat(pidDir + QStringLiteral("/stat"));
+    if (!stat.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray line = stat.readAll();
+    const qsizetype close = line.lastIndexOf(')');
+    return close < 0 || line.mid(close + 2, 1) == "Z";
+}
+
 QString processName(const QString &pidDir)
 {
-    const QString exe = QFile::symLinkTarget(pidDir + QStringLiteral("/exe"));
-    if (!exe.isEmpty())
+    if (isZombie(pidDir))
+        return {};
+    QString exe = QFile::symLinkTarget(pidDir + QStringLiteral("/exe"));
+    if (!exe.isEmpty()) {
+        // A program replaced on disk while running still counts under its name.
+        exe.remove(QStringLiteral(" (deleted)"));
         return QFileInfo(exe).fileName();
+    }
     QFile comm(pidDir + QStringLiteral("/comm"));
     if (comm.open(QIODevice::ReadOnly))
         return QString::fromUtf8(comm.readAll()).trimmed();
@@ -40,9 +55,16 @@ QList<qint64> ProcProcesses::pidsNamed(const QString &name) const
     return pids;
 }
 
+QString ProcProcesses::nameOf(qint64 pid) const
+{
+    if (pid <= 0)
+        return {};
+    return processName(QStringLiteral("/proc/%1").arg(pid));
+}
+
 bool ProcProcesses::terminate(qint64 pid)
 {
-    return ::kill(static_cast<pid_t>(pid), SIGTERM) == 0;
+    return ::kill(static_cast<pid_t>(pid), SIGKILL) == 0;
 }
 
 qint64 ProcProcesses::selfPid() const { return ::getpid(); }

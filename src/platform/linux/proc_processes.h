@@ -8,6 +8,7 @@ namespace platform {
 class ProcProcesses : public Processes {
 public:
     QList<qint64> pidsNamed(const QString &name) const override;
+    QString nameOf(qint64 pid) const override;
     bool terminate(qint64 pid) override;
     qint64 selfPid() const override;
 };

@@ -1,0 +1,37 @@
+#include "platform/qt/qt_desktop.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QProcess>
+#include <QUrl>
+
+namespace platform {
+
+bool QtDesktop::openUrl(const QString &url)
+{
+    return QDesktopServices::openUrl(QUrl(url, QUrl::TolerantMode));
+}
+
+bool QtDesktop::startDetached(const QString &program, const QStringList &args, const QString &workDir)
+{
+    return QProcess::startDetached(program, args, workDir);
+}
+
+bool QtDesktop::runAndWait(const QString &program, const QStringList &args, const QString &workDir)
+{
+    QProcess process;
+    process.setWorkingDirectory(workDir);
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(program, args);
+    if (!process.waitForStarted())
+        return false;
+    // Wait without limit, but keep the program's windows and timers alive meanwhile.
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    if (process.state() != QProcess::NotRunning)
+        loop.exec();
+    return true;
+}
+
+} // namespace platform

@@ -1,0 +1,49 @@
+#include "platform/qt/qt_tray_icon.h"
+
+#include "platform/qt/tray_pictures.h"
+
+#include <QCursor>
+#include <QSystemTrayIcon>
+
+namespace platform {
+
+QtTrayIcon::QtTrayIcon() : m_icon(std::make_unique<QSystemTrayIcon>())
+{
+    connect(m_icon.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (!onClick)
+                    return;
+                if (reason == QSystemTrayIcon::Trigger)
+                    onClick(TrayClick::Left);
+                else if (reason == QSystemTrayIcon::Context)
+                    onClick(TrayClick::Right);
+            });
+}
+
+QtTrayIcon::~QtTrayIcon() = default;
+
+bool QtTrayIcon::exists() const { return QSystemTrayIcon::isSystemTrayAvailable(); }
+
+bool QtTrayIcon::addIcon(TrayPicture picture, const QString &tip)
+{
+    m_icon->setIcon(TrayPictureIcon(picture));
+    m_icon->setToolTip(tip.left(kTipLength));
+    m_icon->show();
+    return m_icon->isVisible();
+}
+
+void QtTrayIcon::changeIcon(TrayPicture picture) { m_icon->setIcon(TrayPictureIcon(picture)); }
+
+void QtTrayIcon::changeTip(const QString &tip) { m_icon->setToolTip(tip.left(kTipLength)); }
+
+void QtTrayIcon::deleteIcon() { m_icon->hide(); }
+
+bool QtTrayIcon::isShown() const { return m_icon->isVisible(); }
+
+QPoint QtTrayIcon::menuPosition() const
+{
+    const QRect where = m_icon->geometry();
+    return where.isValid() ? where.center() : QCursor::pos();
+}
+
+} // namespace platform

@@ -1,0 +1,311 @@
+#include "ui/frm_sonamark.h"
+
+#include "platform/qt/qt_tray_icon.h"
+#include "platform/qt/tray_pictures.h"
+#include "platform/services.h"
+#include "shell/app_state.h"
+#include "shell/data_folder.h"
+#include "shell/failure_report.h"
+#include "shell/instance.h"
+#include "shell/on_top_message.h"
+#include "shell/quit.h"
+#include "shell/settings.h"
+#include "shell/startup.h"
+#include "ui/subsystem_calls.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDate>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTextEdit>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace ui {
+
+namespace {
+constexpr int kCollectIntervalMs = 1000;  // Timer3
+constexpr int kRunTimerIntervalMs = 1;    // RunTimer
+constexpr int kFontSizeMin = 6;
+constexpr int kFontSizeMax = 72;
+const char *const kIdleText = "Sonamark - Idle";
+const char *const kHelpPages[] = {
+    "1) Reading the Clipboard", "2) Running Sonamark", "3) Sonamark Options", "4) The TTS Reader",
+    "5) The Spell Checker", "6) Read To MP3", "7) Clipboard Overview", "8) The Multi-Clipboard",
+    "9) Selecting Text", "10) Hotkeys Macros", "11) Hotkeys Editor"};
+
+// An entry whose feature is not part of this build yet: shown, but disabled.
+QAction *later(QMenu *menu, const QString &caption)
+{
+    QAction *action = menu->addAction(caption);
+    action->setEnabled(false);
+    return action;
+}
+} // namespace
+
+frmSonamark::frmSonamark(platform::QtTrayIcon *tray, QWidget *parent)
+    : QMainWindow(parent), m_tray(tray)
+{
+    setObjectName(QStringLiteral("frmSonamark"));
+    setWindowTitle(QStringLiteral("Sonamark"));
+    setWindowIcon(platform::ProgramIcon());
+    buildControls();
+    buildMenus();
+    Timer3 = new QTimer(this);
+    Timer3->setInterval(kCollectIntervalMs);
+    connect(Timer3, &QTimer::timeout, this, &frmSonamark::Timer3_Timer);
+    RunTimer = new QTimer(this);
+    RunTimer->setInterval(kRunTimerIntervalMs);
+    RunTimer->setSingleShot(true);
+    connect(RunTimer, &QTimer::timeout, this, &frmSonamark::RunTimer_Timer);
+    m_tray->onClick = [this](platform::TrayClick click) {
+        shell::Guarded("(Form) frmSonamark::Function MyWindowProc",
+                       [&] { trayClicked(click == platform::TrayClick::Left ? 0 : 1); });
+    };
+}
+
+frmSonamark::~frmSonamark() { m_tray->onClick = nullptr; }
+
+void frmSonamark::buildControls()
+{
+    auto *central = new QWidget(this);
+    auto *layout = new QVBoxLayout(central);
+    auto *row = new QHBoxLayout;
+    cmbFontSize = new QComboBox(central);
+    cmbFontSize->setObjectName(QStringLiteral("cmbFontSize"));
+    cmbFontSize->setEditable(true);
+    row->addWidget(new QLabel(QStringLiteral("Font size"), central));
+    row->addWidget(cmbFontSize);
+    row->addStretch();
+    layout->addLayout(row);
+    txtSpeech = new QTextEdit(central);
+    txtSpeech->setObjectName(QStringLiteral("txtSpeech"));
+    layout->addWidget(txtSpeech, 1);
+    setCentralWidget(central);
+
+    sbStatusPanel1 = new QLabel(this);
+    sbStatusPanel2 = new QLabel(this);
+    sbStatusPanel3 = new QLabel(QLocale().toString(QDate::currentDate(), QLocale::ShortFormat), this);
+    statusBar()->addWidget(sbStatusPanel1, 1);
+    statusBar()->addPermanentWidget(sbStatusPanel2);
+    statusBar()->addPermanentWidget(sbStatusPanel3);
+    resize(640, 480);
+}
+
+void frmSonamark::buildMenus()
+{
+    QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
+    for (const char *caption : {"Open", "Save", "Save As..", "Save To MP3", "Save Text To MP3",
+                                "Convert Files To MP3", "Page Setup", "Print"})
+        later(file, QLatin1String(caption));
+    file->addSeparator();
+    connect(file->addAction(QStringLiteral("Exit")), &QAction::triggered, this, &frmSonamark::mnuFileExit_Click);
+
+    QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    for (const char *caption : {"Word Wrap", "Font..", "Default Font", "Align", "Indent", "Bullets",
+                                "Find..", "Find Next", "Insert XML header", "Count Words",
+                                "Insert Date && Time", "Open Hyperlink"})
+        later(edit, QLatin1String(caption));
+
+    QMenu *clipboard = menuBar()->addMenu(QStringLiteral("&Clipboard"));
+    later(clipboard, QStringLiteral("0 Clip Stored"));
+    later(clipboard, QStringLiteral("0 Pic Stored"));
+    later(clipboard, QStringLiteral("Enable Picture Clips"));
+    later(clipboard, QStringLiteral("Clear All Clips"));
+
+    mnuSpellCheck = menuBar()->addAction(QStringLiteral("&Spell Check"));
+    mnuSpellCheck->setEnabled(false);
+
+    QMenu *exceptions = menuBar()->addMenu(QStringLiteral("E&xceptions"));
+    for (const char *caption : {"Apply To Current Text", "Undo Exceptions", "Add New Exception", "Make Exceptions"})
+        later(exceptions, QLatin1String(caption));
+
+    mnuHotkeys = menuBar()->addMenu(QStringLiteral("Hot&keys"));
+    for (const char *caption : {"Edit Hotkeys", "Make Hotkeys Macro", "List Hotkeys"})
+        later(mnuHotkeys, QLatin1String(caption));
+    mnuHotkeysEnable = later(mnuHotkeys, QStringLiteral("Enable Hotkeys"));
+    mnuHotkeysEnable->setCheckable(true);
+
+    QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
+    QMenu *instructions = help->addMenu(QStringLiteral("Instructions"));
+    for (int i = 0; i < int(std::size(kHelpPages)); ++i)
+        connect(instructions->addAction(QLatin1String(kHelpPages[i])), &QAction::triggered, this,
+                [this, i] { mnuHelpPage_Click(i + 1); });
+    later(help, QStringLiteral("XML Support"));
+    connect(help->addAction(QStringLiteral("Email Sonamark Support")), &QAction::triggered, this,
+            &frmSonamark::mnuHelpEmail_Click);
+    connect(help->addAction(QStringLiteral("Add Sonamark Icon To DeskTop")), &QAction::triggered, this,
+            &frmSonamark::mnuHelpDeskTop_Click);
+    connect(help->addAction(QStringLiteral("Run Sonamark at Startup")), &QAction::triggered, this,
+            &frmSonamark::mnuHelpStartup_Click);
+    connect(help->addAction(QStringLiteral("About")), &QAction::triggered, this, &frmSonamark::mnuHelpAbout_Click);
+
+    // The tray menu; never on the bar.
+    mnuPopUp = new QMenu(this);
+    mnuPopUp->setObjectName(QStringLiteral("mnuPopUp"));
+    later(mnuPopUp, QStringLiteral("Talk"));
+    later(mnuPopUp, QStringLiteral("Pause"));
+    later(mnuPopUp, QStringLiteral("Stop"));
+    mnuPUSpellCheck = later(mnuPopUp, QStringLiteral("Spell Check"));
+    QMenu *options = mnuPopUp->addMenu(QStringLiteral("Options"));
+    connect(options->addAction(QStringLiteral("Sonamark")), &QAction::triggered, this, [this] {
+        showNormal();
+        raise();
+        activateWindow();
+    });
+    QMenu *hotkeys = options->addMenu(QStringLiteral("Hotkeys"));
+    for (const char *caption : {"Edit Hotkeys", "Make Hotkeys Macro", "List Hotkeys"})
+        later(hotkeys, QLatin1String(caption));
+    mnuOptionsHotkeysEnable = later(hotkeys, QStringLiteral("Enable Hotkeys"));
+    mnuOptionsHotkeysEnable->setCheckable(true);
+    mnuPopUp->addSeparator();
+    later(mnuPopUp, QStringLiteral("0 Clip Stored"));
+    later(mnuPopUp, QStringLiteral("0 Pic Stored"));
+    mnuPopUp->addSeparator();
+    mnuPopUp->addAction(QStringLiteral("Cancel"));
+    connect(mnuPopUp->addAction(QStringLiteral("Quit Sonamark")), &QAction::triggered, this,
+            &frmSonamark::mnuFileExit_Click);
+}
+
+void frmSonamark::Form_Load()
+{
+    shell::AppState &state = shell::app();
+    shell::Settings &opts = shell::settings();
+    state.WindowLoading = true;
+    if (!state.WordInstalled) {
+        mnuSpellCheck->setEnabled(false);
+        mnuPUSpellCheck->setEnabled(false);
+    }
+    for (int size = kFontSizeMin; size <= kFontSizeMax; size += 2)
+        cmbFontSize->addItem(QString::number(size));
+    cmbFontSize->setEditText(opts.FontSizeOpt);
+    QFont font(QStringLiteral("Sans Serif"));
+    font.setPointSizeF(qMax(1.0, shell::Val(opts.FontSizeOpt)));
+    txtSpeech->setFont(font);
+
+    if (!m_tray->exists()) {
+        shell::MsgBoxOT(QStringLiteral("FATAL ERROR there is no taskbar currently available. Aborting."), 0,
+                        QStringLiteral("Error"));
+        state.WindowLoading = false;
+        return;
+    }
+    m_statusText = MonitoringClipboard() ? QStringLiteral("Monitoring Clipboard..") : QLatin1String(kIdleText);
+    m_tray->addIcon(MonitoringClipboard() ? platform::TrayPicture::Monitoring : platform::TrayPicture::Idle,
+                    m_statusText);
+    sbStatusPanel1->setText(m_statusText);
+    state.ChildFormDepth = 0;
+
+    CreateSpeechObject(this);
+
+    const bool hooked = HookKeyboard();
+    // The table is loaded even without global hotkeys: the clipboard command and the
+    // editor run macros from it.
+    LoadHotkeysTable();
+    if (hooked) {
+        const bool enabled = opts.HotkeysEnabledOpt == QLatin1String("1");
+        mnuHotkeysEnable->setChecked(enabled);
+        mnuOptionsHotkeysEnable->setChecked(enabled);
+    } else {
+        if (!state.StartHidden)
+            shell::MsgBoxOT(QStringLiteral("Error hooking keyboard. No global hotkey will be available."), 0,
+                            QStringLiteral("Hotkey"));
+        mnuHotkeys->setEnabled(false);
+        opts.HotkeysEnabledOpt = QStringLiteral("0");
+    }
+    state.PendingHotkey = 0;
+    state.WindowLoading = false;
+    m_loaded = true;
+}
+
+void frmSonamark::setStatusText(const QString &text)
+{
+    m_statusText = text;
+    sbStatusPanel1->setText(text);
+    m_tray->changeTip(text.left(platform::TrayIcon::kTipLength));
+}
+
+void frmSonamark::trayClicked(int button)
+{
+    shell::AppState &state = shell::app();
+    if (mnuPopUp->isVisible() || state.ChildFormDepth != 0)
+        return;
+    if (button == 0) {
+        // Left click: stops a running macro, ends a recording, or flips clipboard
+        // monitoring; each arrives with its own subsystem.
+        TrayLeftClick(this);
+        return;
+    }
+    activateWindow();
+    mnuPopUp->popup(m_tray->menuPosition());
+}
+
+void frmSonamark::Timer3_Timer() { CollectClipboard(this); }
+
+void frmSonamark::RunTimer_Timer() { RunPendingHotkey(this); }
+
+void frmSonamark::mnuFileExit_Click() { close(); }
+
+void frmSonamark::closeEvent(QCloseEvent *event)
+{
+    bool quit = false;
+    shell::Guarded("(Form) frmSonamark::Sub Form_Unload", [&] {
+        quit = shell::ConfirmQuit(SaveCurrentText(this));
+    });
+    if (!quit) {
+        event->ignore();
+        return;
+    }
+    if (m_unloaded) {
+        event->accept();
+        return;
+    }
+    m_unloaded = true;
+    Timer3->stop();
+    RunTimer->stop();
+    m_tray->deleteIcon();
+    UnhookKeyboard();
+    shell::RemoveLockFile(shell::app().AppFolder);
+    event->accept();
+    QApplication::quit();
+}
+
+void frmSonamark::mnuHelpStartup_Click()
+{
+    shell::ToggleStartupEntry(QApplication::applicationFilePath());
+}
+
+void frmSonamark::mnuHelpDeskTop_Click()
+{
+    shell::AddDesktopEntry(QApplication::applicationFilePath());
+}
+
+void frmSonamark::mnuHelpPage_Click(int index)
+{
+    shell::app().HelpPage = index;
+    shell::app().HelpFirstRun = false;
+    shell::LaunchInstructions();
+}
+
+void frmSonamark::mnuHelpEmail_Click()
+{
+    if (platform::Desktop *desktop = platform::services().desktop)
+        desktop->openUrl(QStringLiteral("mailto:") + QLatin1String(shell::kSupportAddress)
+                         + QStringLiteral("?subject=Sonamark Help"));
+}
+
+void frmSonamark::mnuHelpAbout_Click()
+{
+    shell::MsgBoxOT(QStringLiteral("Sonamark v%1.%2.%3\r\nReads copied text aloud and runs hotkey macros.\r\n"
+                                   "Data folder: %4")
+                        .arg(SONAMARK_VERSION_MAJOR)
+                        .arg(SONAMARK_VERSION_MINOR)
+                        .arg(SONAMARK_VERSION_PATCH)
+                        .arg(shell::app().AppFolder),
+                    0, QStringLiteral("About Sonamark"));
+}
+
+} // namespace ui

@@ -1,0 +1,69 @@
+#pragma once
+// frmSonamark: the main window. Created hidden; the user reaches it through the tray.
+#include <QMainWindow>
+#include <QPointer>
+
+class QAction;
+class QComboBox;
+class QLabel;
+class QMenu;
+class QTextEdit;
+class QTimer;
+
+namespace platform {
+class QtTrayIcon;
+}
+
+namespace ui {
+
+class frmSonamark : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit frmSonamark(platform::QtTrayIcon *tray, QWidget *parent = nullptr);
+    ~frmSonamark() override;
+
+    // Form_Load: runs once, at the first touch of the window during start-up.
+    void Form_Load();
+    // False when Form_Load gave up (no notification area).
+    bool loaded() const { return m_loaded; }
+    // Sets the tray tip and status panel 1.
+    void setStatusText(const QString &text);
+
+    QTextEdit *txtSpeech = nullptr;
+    QComboBox *cmbFontSize = nullptr;
+    QLabel *sbStatusPanel1 = nullptr;
+    QLabel *sbStatusPanel2 = nullptr;
+    QLabel *sbStatusPanel3 = nullptr;
+    QTimer *Timer3 = nullptr;   // collects the clipboard each second
+    QTimer *RunTimer = nullptr; // one-shot start of a pending macro
+
+    QMenu *mnuPopUp = nullptr;
+    QMenu *mnuHotkeys = nullptr;
+    QAction *mnuSpellCheck = nullptr;
+    QAction *mnuPUSpellCheck = nullptr;
+    QAction *mnuHotkeysEnable = nullptr;
+    QAction *mnuOptionsHotkeysEnable = nullptr;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void buildMenus();
+    void buildControls();
+    void trayClicked(int button);
+    void mnuFileExit_Click();
+    void mnuHelpStartup_Click();
+    void mnuHelpDeskTop_Click();
+    void mnuHelpPage_Click(int index);
+    void mnuHelpAbout_Click();
+    void mnuHelpEmail_Click();
+    void Timer3_Timer();
+    void RunTimer_Timer();
+
+    platform::QtTrayIcon *m_tray;
+    bool m_loaded = false;
+    bool m_unloaded = false;
+    QString m_statusText;
+};
+
+} // namespace ui

@@ -1,0 +1,42 @@
+#include "ui/guarded_application.h"
+
+#include "shell/failure_report.h"
+
+#include <QEvent>
+#include <QMetaEnum>
+#include <QWidget>
+#include <exception>
+
+namespace ui {
+
+namespace {
+constexpr int kEventFailure = 5;  // reported number for faults inside event handlers
+}
+
+GuardedApplication::GuardedApplication(int &argc, char **argv) : QApplication(argc, argv) {}
+
+QString GuardedApplication::identity(QObject *receiver, QEvent *event)
+{
+    QString form = QStringLiteral("frmSonamark");
+    if (auto *widget = qobject_cast<QWidget *>(receiver)) {
+        const QWidget *window = widget->window();
+        if (window && !window->objectName().isEmpty())
+            form = window->objectName();
+    }
+    const char *eventName = QMetaEnum::fromType<QEvent::Type>().valueToKey(event->type());
+    return QStringLiteral("(Form) %1::Sub %2").arg(form, QLatin1String(eventName ? eventName : "Event"));
+}
+
+bool GuardedApplication::notify(QObject *receiver, QEvent *event)
+{
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const std::exception &e) {
+        shell::ErrorHandler(identity(receiver, event), QString::fromLocal8Bit(e.what()), kEventFailure);
+    } catch (...) {
+        shell::ErrorHandler(identity(receiver, event), QStringLiteral("Unknown failure"), kEventFailure);
+    }
+    return false;
+}
+
+} // namespace ui

@@ -1,0 +1,72 @@
+// sonamark: the resident program.
+#include "platform/linux/proc_processes.h"
+#include "platform/qt/qt_clipboard.h"
+#include "platform/qt/qt_desktop.h"
+#include "platform/qt/qt_tray_icon.h"
+#include "platform/qt/tray_pictures.h"
+#include "platform/services.h"
+#include "shell/failure_report.h"
+#include "shell/startup.h"
+#include "ui/frm_aot_msg.h"
+#include "ui/frm_display_error.h"
+#include "ui/frm_sonamark.h"
+#include "ui/frm_text.h"
+#include "ui/guarded_application.h"
+#include "ui/spell_probe.h"
+
+#include <QTimer>
+#include <memory>
+
+int main(int argc, char **argv)
+{
+    ui::GuardedApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Sonamark"));
+    QApplication::setApplicationVersion(QStringLiteral(SONAMARK_VERSION_TEXT));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(platform::ProgramIcon());
+
+    platform::ProcProcesses processes;
+    platform::QtClipboard clipboard;
+    platform::QtDesktop desktop;
+    platform::QtTrayIcon tray;
+    ui::MessageWindows messages;
+    ui::ErrorWindows errors;
+    ui::TextWindows textWindow;
+    platform::Services services;
+    services.processes = &processes;
+    services.clipboard = &clipboard;
+    services.desktop = &desktop;
+    services.tray = &tray;
+    services.messages = &messages;
+    services.errors = &errors;
+    services.textWindow = &textWindow;
+    platform::install(services);
+
+    std::unique_ptr<ui::frmSonamark> window;
+    shell::SetQuitHandler([&window] {
+        if (window)
+            window->close();
+    });
+
+    shell::StartupSteps steps;
+    steps.probeDictionary = ui::DictionaryInstalled;
+    steps.loadMainWindow = [&] {
+        window = std::make_unique<ui::frmSonamark>(&tray);
+        window->Form_Load();
+    };
+    steps.mainWindowAlive = [&] { return window && window->loaded(); };
+    steps.enableCollectTimers = [&] {
+        if (window)
+            window->Timer3->start();
+    };
+    steps.processEvents = [] { QApplication::processEvents(); };
+
+    QStringList args = QApplication::arguments();
+    args.removeFirst();
+    if (shell::SubMain(args, steps) == shell::StartupResult::Exit)
+        return 0;
+    const int rc = QApplication::exec();
+    window.reset();
+    platform::install({});
+    return rc;
+}

@@ -1,0 +1,30 @@
+#pragma once
+// The main window's calls into subsystems, in one place. Each call whose subsystem is
+// not part of this build yet says so here and does nothing; the menu entries that would
+// need it are disabled.
+#include <functional>
+
+namespace ui {
+
+class frmSonamark;
+
+// Clipboard monitoring (Timer1) is on. Not built yet: always false.
+bool MonitoringClipboard();
+// Creates the speech object and fills the voice list. Not built yet.
+void CreateSpeechObject(frmSonamark *window);
+// Global keyboard hook. Not built yet: false, so Form_Load reports that no global
+// hotkey is available.
+bool HookKeyboard();
+void UnhookKeyboard();
+// Reads the Hotkeys file named in the settings into the hotkeys table.
+void LoadHotkeysTable();
+// A left click on the tray icon: stop a macro, end a recording, or flip monitoring.
+void TrayLeftClick(frmSonamark *window);
+// Timer3: collects the clipboard once a second.
+void CollectClipboard(frmSonamark *window);
+// RunTimer: runs the macro waiting in PendingHotkey.
+void RunPendingHotkey(frmSonamark *window);
+// What "save the current text" does at quit; empty while documents are not built.
+std::function<void()> SaveCurrentText(frmSonamark *window);
+
+} // namespace ui
