@@ -17,6 +17,7 @@ pids=()
 cleanup() {
   for p in "${pids[@]}"; do kill "$p" 2>/dev/null; done
   [ -n "${PULSE_STARTED:-}" ] && pulseaudio --kill 2>/dev/null
+  [ -n "${fbdir:-}" ] && rm -rf "$fbdir"
   wait 2>/dev/null
 }
 trap cleanup EXIT INT TERM
@@ -31,7 +32,11 @@ if ! xdpyinfo >/dev/null 2>&1; then
   exit 1
 fi
 
-fluxbox >/dev/null 2>&1 &
+# A private fluxbox configuration: no wallpaper setter, no toolbar over the tray.
+fbdir=$(mktemp -d /tmp/sonamark-fluxbox-XXXXXX)
+printf 'background: none\n' > "$fbdir/overlay"
+printf 'session.styleOverlay: %s/overlay\nsession.screen0.toolbar.visible: false\n' "$fbdir" > "$fbdir/init"
+fluxbox -rc "$fbdir/init" >/dev/null 2>&1 &
 pids+=($!)
 trayer --edge bottom --align right --widthtype request --height 32 --SetDockType true \
   --transparent false --tint 0x303030 >/dev/null 2>&1 &

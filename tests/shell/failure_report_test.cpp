@@ -1,0 +1,53 @@
+#include "shell_fixture.h"
+
+#include "shell/failure_report.h"
+
+#include <stdexcept>
+
+TEST(FailureReport, ErrorTextShape)
+{
+    const QString text = shell::FormatErrorText(QStringLiteral("(Module) modMain::Sub SetDef"),
+                                                QStringLiteral("Overflow"), 6);
+    EXPECT_EQ(text, QStringLiteral("Error 6 in (Module) modMain::Sub SetDef\r\nwhile running sonamark.exe v%1.%2.%3"
+                                   "\r\n\r\nError = 'Overflow'")
+                        .arg(SONAMARK_VERSION_MAJOR).arg(SONAMARK_VERSION_MINOR).arg(SONAMARK_VERSION_PATCH));
+}
+
+TEST(FailureReport, MailBodyEncodesOnlyLineBreaks)
+{
+    EXPECT_EQ(shell::EncodeMailBody(QStringLiteral("a b&c?\r\nd\ne")), "a b&c?%0D%0Ad%0D%0Ae");
+    const QString url = shell::ErrorReportUrl(QStringLiteral("Error 5\r\nx"));
+    EXPECT_TRUE(url.startsWith(QStringLiteral("mailto:") + QLatin1String(shell::kSupportAddress)
+                               + "?subject=Sonamark Help - &body=Error 5%0D%0Ax"));
+    EXPECT_TRUE(url.endsWith("%0D%0A%0D%0APlease include any comments below."));
+}
+
+class GuardTest : public ShellTest {};
+
+TEST_F(GuardTest, FaultIsReportedWithIdentityAndWorkGoesOn)
+{
+    int after = 0;
+    for (int i = 0; i < 3; ++i) {
+        shell::Guarded("(Module) modDoHotkeys::Function DoAction", [&] {
+            if (i == 1)
+                throw std::runtime_error("Subscript out of range");
+            ++after;
+        });
+    }
+    EXPECT_EQ(after, 2);
+    ASSERT_EQ(fx.errors.reports.size(), 1);
+    EXPECT_TRUE(fx.errors.reports[0].contains("in (Module) modDoHotkeys::Function DoAction\r\n"));
+    EXPECT_TRUE(fx.errors.reports[0].endsWith("Error = 'Subscript out of range'"));
+    EXPECT_EQ(shell::ErrorText(), fx.errors.reports[0]);
+}
+
+TEST_F(GuardTest, QuitAfterStartUpRunsTheQuitHandler)
+{
+    bool quitCalled = false;
+    shell::SetQuitHandler([&] { quitCalled = true; });
+    shell::app().StartingUp = false;
+    fx.errors.answer = platform::ErrorWindow::Choice::Quit;
+    shell::ErrorHandler(QStringLiteral("(Form) frmSonamark::Sub X"), QStringLiteral("d"), 1);
+    EXPECT_TRUE(quitCalled);
+    shell::SetQuitHandler(nullptr);
+}
