@@ -1,0 +1,164 @@
+#include "cli/run_command.h"
+
+#include "engine/run_timer.h"
+#include "hotkeys/hotkeys_file.h"
+#include "hotkeys/hotkeys_table.h"
+#include "platform/headless/headless_services.h"
+#include "shell/app_state.h"
+#include "shell/failure_report.h"
+
+#include <QFileInfo>
+#include <optional>
+
+namespace cli {
+
+namespace {
+
+struct RunOptions {
+    QString hotkeysFile;
+    QString macroName;
+    std::optional<int> number;
+    std::deque<int> answers;
+    bool showMessages = false;
+};
+
+std::optional<int> parseAnswer(const QString &word)
+{
+    const QString w = word.toLower();
+    if (w == QLatin1String("yes"))
+        return 1;
+    if (w == QLatin1String("no"))
+        return -1;
+    if (w == QLatin1String("cancel"))
+        return -2;
+    if (w == QLatin1String("ok"))
+        return -3;
+    return std::nullopt;
+}
+
+// "" when the options are complete, otherwise what is wrong.
+QString parseRunOptions(const QStringList &args, RunOptions &o)
+{
+    bool hasMacro = false;
+    for (qsizetype i = 1; i < args.size(); ++i) {
+        const QString &arg = args.at(i);
+        const bool hasValue = i + 1 < args.size();
+        if (arg == QLatin1String("--show-messages")) {
+            o.showMessages = true;
+            continue;
+        }
+        if (arg != QLatin1String("--hotkeys") && arg != QLatin1String("--macro") && arg != QLatin1String("--number")
+            && arg != QLatin1String("--answer"))
+            return QStringLiteral("unknown argument '%1'").arg(arg);
+        if (!hasValue)
+            return QStringLiteral("%1 needs a value").arg(arg);
+        const QString value = args.at(++i);
+        if (arg == QLatin1String("--hotkeys")) {
+            o.hotkeysFile = value;
+        } else if (arg == QLatin1String("--macro")) {
+            o.macroName = value;
+            hasMacro = true;
+        } else if (arg == QLatin1String("--number")) {
+            bool ok = false;
+            const int n = value.toInt(&ok);
+            if (!ok)
+                return QStringLiteral("--number needs a whole number, not '%1'").arg(value);
+            o.number = n;
+        } else {
+            const std::optional<int> answer = parseAnswer(value);
+            if (!answer)
+                return QStringLiteral("--answer takes yes, no, cancel or ok, not '%1'").arg(value);
+            o.answers.push_back(*answer);
+        }
+    }
+    if (o.hotkeysFile.isEmpty())
+        return QStringLiteral("--hotkeys FILE is required");
+    if (hasMacro == o.number.has_value())
+        return QStringLiteral("give exactly one of --macro NAME and --number N");
+    return {};
+}
+
+int runMacro(const RunOptions &o, QTextStream &out, QTextStream &err)
+{
+    hotkeys::HotkeyTable &table = hotkeys::table();
+    table.reset();
+    table.HotkeysFileName = QFileInfo(o.hotkeysFile).absoluteFilePath();
+    const QString loadError = hotkeys::GetHotKeys();
+    if (!loadError.isEmpty()) {
+        err << "sonamark-cli: " << o.hotkeysFile << ": " << loadError << Qt::endl;
+        return kExitUsage;
+    }
+
+    int number = 0;
+    if (o.number) {
+        number = *o.number;
+        if (number < 1 || number > table.HotkeyCount) {
+            err << "sonamark-cli: " << o.hotkeysFile << " has no macro number " << number << " (it holds "
+                << table.HotkeyCount << ")" << Qt::endl;
+            return kExitUsage;
+        }
+    } else {
+        for (int n = 1; n <= table.HotkeyCount && number == 0; ++n)
+            if (table.at(n).Description.compare(o.macroName, Qt::CaseInsensitive) == 0)
+                number = n;
+        if (number == 0) {
+            err << "sonamark-cli: Macro not found in file " << o.hotkeysFile << ": " << o.macroName << Qt::endl;
+            return kExitUsage;
+        }
+    }
+    if (!table.at(number).Active)
+        err << "sonamark-cli: macro " << number << " \"" << table.at(number).Description
+            << "\" is disabled; nothing runs" << Qt::endl;
+
+    platform::headless::HeadlessServices services(err);
+    services.messages.answers = o.answers;
+    if (o.showMessages)
+        services.messages.echo = &err;
+
+    shell::app().PendingHotkey = number;
+    shell::Guarded("(Form) frmSonamark::Sub RunTimer_Timer", [] { engine::RunTimer_Timer(); });
+
+    for (const auto &shown : std::as_const(services.textWindow.shown)) {
+        out << shown.text;
+        if (!shown.text.endsWith(QLatin1String("\r\n")))
+            out << "\r\n";
+    }
+    out.flush();
+    return services.textWindow.shown.isEmpty() ? kExitClean : kExitReported;
+}
+
+} // namespace
+
+QString UsageText()
+{
+    return QStringLiteral(
+        "Usage: sonamark-cli run --hotkeys FILE (--macro NAME | --number N)\n"
+        "                        [--answer yes|no|cancel|ok]... [--show-messages]\n"
+        "\n"
+        "Runs one macro of a Hotkeys file without a display. The run-time report and the\n"
+        "result report are printed on standard output as the report windows show them.\n"
+        "Keystrokes are printed on standard error, one delivery a line: \"SENDKEYS <text>\"\n"
+        "or \"KEY <code>\". Questions take the --answer values in order, then No.\n"
+        "Exit status: 0 no report, 1 a report was printed, 2 bad arguments or file.\n");
+}
+
+int RunCli(const QStringList &args, QTextStream &out, QTextStream &err)
+{
+    if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h")) {
+        (args.isEmpty() ? err : out) << UsageText();
+        return args.isEmpty() ? kExitUsage : kExitClean;
+    }
+    if (args.first() != QLatin1String("run")) {
+        err << "sonamark-cli: unknown command '" << args.first() << "'\n\n" << UsageText();
+        return kExitUsage;
+    }
+    RunOptions options;
+    const QString problem = parseRunOptions(args, options);
+    if (!problem.isEmpty()) {
+        err << "sonamark-cli: " << problem << "\n\n" << UsageText();
+        return kExitUsage;
+    }
+    return runMacro(options, out, err);
+}
+
+} // namespace cli

@@ -1,0 +1,16 @@
+#pragma once
+// sonamark-cli: the headless front end over the macro engine.
+#include <QStringList>
+#include <QTextStream>
+
+namespace cli {
+
+enum ExitCode { kExitClean = 0, kExitReported = 1, kExitUsage = 2 };
+
+// Runs the command line (without the program name). Reports go to out exactly as the
+// report windows would show them; keystrokes, messages and diagnostics go to err.
+int RunCli(const QStringList &args, QTextStream &out, QTextStream &err);
+
+QString UsageText();
+
+} // namespace cli

@@ -1,0 +1,109 @@
+#include "engine/dispatch.h"
+
+#include "engine/composition.h"
+#include "engine/keystrokes.h"
+#include "engine/run_state.h"
+#include "macro/commands.h"
+#include "shell/failure_report.h"
+
+namespace engine {
+
+namespace {
+
+constexpr int kSubscriptOutOfRange = 9;  // failure number of a line outside Actions
+
+// ORDER COMMANDS: the failure-report identity of the routine behind each statement
+// code (0 is a keystroke line), in the order of the table in macro/commands.cpp.
+constexpr const char *kRoutine[macro::kCommandCount + 1] = {
+    "(Module) modDoHotkeys::Function Keystrokes_Only",
+    "(Module) modDoHotkeys::Function DoLOOP",
+    "(Module) modDoHotkeys::Function DoIF",
+    "(Module) modDoHotkeys::Function DoLOADFILE",
+    "(Module) modDoHotkeys::Function DoSAVEFILE",
+    "(Module) modDoHotkeys::Function DoOPEN",
+    "(Module) modDoHotkeys::Function DoCLOSE",
+    "(Module) modDoHotkeys::Function DoREAD",
+    "(Module) modDoHotkeys::Function DoWRITE",
+    "(Module) modDoHotkeys::Function DoVAR",
+    "(Module) modDoHotkeys::Function DoSENDKEYS",
+    "(Module) modDoHotkeys::Function DoWAIT",
+    "(Module) modDoHotkeys::Function DoCLIP",
+    "(Module) modDoHotkeys::Function DoSPELLCHECKMODE",
+    "(Module) modDoHotkeys::Function DoSPELLCHECK",
+    "(Module) modDoHotkeys::Function DoCANCELIF",
+    "(Module) modDoHotkeys::Function DoMAKEMP3",
+    "(Module) modDoHotkeys::Function DoPRINTSELECTED",
+    "(Module) modDoHotkeys::Function DoPRINT",
+    "(Module) modDoHotkeys::Function DoLOADCLIP",
+    "(Module) modDoHotkeys::Function DoSAVECLIP",
+    "(Module) modDoHotkeys::Function DoGETCLIP",
+    "(Module) modDoHotkeys::Function DoSETCLIP",
+    "(Module) modDoHotkeys::Function DoGETMULTICLIP",
+    "(Module) modDoHotkeys::Function DoSETMULTICLIP",
+    "(Module) modDoHotkeys::Function DoCOMMAND",
+    "(Module) modDoHotkeys::Function DoUSERINPUT",
+    "(Module) modDoHotkeys::Function DoYESNOCANCEL",
+    "(Module) modDoHotkeys::Function DoAction",  // [LISTHOTKEYS] is handled inline
+    "(Module) modDoHotkeys::Function DoMACRO",
+    "(Module) modDoHotkeys::Function DoMOUSE",
+    "(Module) modDoHotkeys::Function DoMOUSE",
+    "(Module) modDoHotkeys::Function DoMOUSE",
+    "(Module) modDoHotkeys::Function DoMOUSE",
+    "(Module) modDoHotkeys::Function DoENDLOOP",
+    "(Module) modDoHotkeys::Function DoELSE",
+    "(Module) modDoHotkeys::Function DoAction",  // [ENDIF]
+    "(Module) modDoHotkeys::Function DoCLICKZONE",
+    "(Module) modDoHotkeys::Function DoKEYLOG",
+    "(Module) modDoHotkeys::Function DoPATHEXISTS",
+    "(Module) modDoHotkeys::Function DoCOPYFILE",
+    "(Module) modDoHotkeys::Function DoKILLFILE",
+    "(Module) modDoHotkeys::Function DoFINDSTRING",
+    "(Module) modDoHotkeys::Function DoSHORTPATH",
+    "(Module) modDoHotkeys::Function DoQUITLOOP",
+    "(Module) modDoHotkeys::Function DoDATEDIFF",
+    "(Module) modDoHotkeys::Function DoFINDFILES",
+    "(Module) modDoHotkeys::Function DoSETFOCUS",
+    "(Module) modDoHotkeys::Function DoWEBSOURCE",
+};
+
+// Runs one statement routine under the failure report.
+QString guarded(int command, const std::function<QString()> &routine)
+{
+    QString message;
+    if (!shell::Guarded(kRoutine[command], [&] { message = routine(); }))
+        return {};
+    return message;
+}
+
+} // namespace
+
+QString NotAvailableMessage(int command)
+{
+    return macro::CanonicalStatement(command) + QStringLiteral(" is not available in this version");
+}
+
+QString DoAction(int line)
+{
+    MacroRunState &s = runState();
+    if (line < 1 || line > s.ActionCount()) {
+        shell::ErrorHandler(QStringLiteral("(Module) modDoHotkeys::Function DoAction"),
+                            QStringLiteral("Subscript out of range"), kSubscriptOutOfRange);
+        return {};
+    }
+    const int command = s.Actions[line - 1].Command;
+    switch (command) {
+    case macro::KeystrokeLine:
+        return guarded(command, [&] { return Keystrokes_Only(line); });
+    case macro::CmdHOTKEY:
+        return guarded(command, [&] { return DoMACRO(line); });
+    case macro::CmdENDIF:
+        return {};
+    default:
+        if (command < 1 || command > macro::kCommandCount)
+            return {};
+        // Statements of later building steps: said at run time, never silently skipped.
+        return NotAvailableMessage(command);
+    }
+}
+
+} // namespace engine

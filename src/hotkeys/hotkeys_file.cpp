@@ -1,0 +1,104 @@
+#include "hotkeys/hotkeys_file.h"
+
+#include "hotkeys/field_io.h"
+#include "hotkeys/hotkeys_table.h"
+#include "hotkeys/legacy_text.h"
+#include "macro/macro_text.h"
+#include "shell/file_util.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcHotkeys, "sonamark.hotkeys", QtWarningMsg)
+
+namespace hotkeys {
+
+namespace {
+
+const char *const kNoFileDefined = "No Hotkeys file has been defined";
+const char *const kFileMissing = "This Hotkeys file does not exist";
+const char *const kNotHotkeysFile = "This is not a Hotkeys file";
+const char *const kReadError = "Error reading Hotkeys file";
+const char *const kOpenError = "Hotkeys file does not exist";
+
+QString failRead(HotkeyTable &t, const char *message)
+{
+    t.HotkeyCount = 0;
+    t.HotkeysFileName.clear();
+    return QLatin1String(message);
+}
+
+} // namespace
+
+QString GetHotKeys()
+{
+    HotkeyTable &t = table();
+    if (t.HotkeysFileName.trimmed().isEmpty()) {
+        t.HotkeyCount = 0;
+        return QLatin1String(kNoFileDefined);
+    }
+    if (!shell::FileExists(t.HotkeysFileName))
+        return failRead(t, kFileMissing);
+
+    QFile file(t.HotkeysFileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return failRead(t, kOpenError);
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return failRead(t, kReadError);
+    file.close();
+
+    FieldReader reader(DecodeLegacyText(bytes));
+    QString header;
+    if (!reader.readString(header))
+        return failRead(t, kReadError);
+    if (header != kHotkeysHeader)
+        return QLatin1String(kNotHotkeysFile);
+
+    int n = 1;
+    while (!reader.atEnd() && n < kMaxHotkeys + 1) {
+        Hotkey &h = t.Hotkeys[n - 1];
+        if (!reader.readBoolean(h.Active) || !reader.readString(h.Keys)
+            || !reader.readString(h.Description) || !reader.readString(h.Code)) {
+            qCWarning(lcHotkeys) << "read error in record" << n << "of" << t.HotkeysFileName;
+            return failRead(t, kReadError);
+        }
+        if (h.Keys.isEmpty())
+            break;  // an empty key combination ends the file
+        macro::RestoreQuotes(h.Code);
+        ++n;
+    }
+    t.HotkeyCount = n - 1;
+    return {};
+}
+
+QByteArray FormatHotkeysFile()
+{
+    const HotkeyTable &t = table();
+    QString text = WriteStringField(kHotkeysHeader) + macro::kCrLf;
+    for (int i = 0; i < t.HotkeyCount; ++i) {
+        const Hotkey &h = t.Hotkeys[i];
+        QString code = h.Code;
+        macro::ReplaceQuotes(code);
+        text += WriteBooleanField(h.Active) + QLatin1Char(',') + WriteStringField(h.Keys)
+                + QLatin1Char(',') + WriteStringField(h.Description) + QLatin1Char(',')
+                + WriteStringField(code) + macro::kCrLf;
+    }
+    return EncodeText(text);
+}
+
+bool UpdateHotkeyWordsFile()
+{
+    HotkeyTable &t = table();
+    if (t.HotkeysFileName.isEmpty())
+        return false;
+    const QString error = shell::WriteFileAtomically(t.HotkeysFileName, FormatHotkeysFile());
+    if (!error.isEmpty()) {
+        qCWarning(lcHotkeys) << "cannot write" << t.HotkeysFileName << error;
+        return false;
+    }
+    t.HotkeysDirty = false;
+    return true;
+}
+
+} // namespace hotkeys

@@ -1,0 +1,12 @@
+#pragma once
+// Text files that may come from the original platform: read as UTF-8, or as
+// Windows-1252 when the bytes are not valid UTF-8; written as UTF-8.
+#include <QByteArray>
+#include <QString>
+
+namespace hotkeys {
+
+QString DecodeLegacyText(const QByteArray &bytes);
+QByteArray EncodeText(const QString &text);
+
+} // namespace hotkeys

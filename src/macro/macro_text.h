@@ -1,0 +1,81 @@
+#pragma once
+// Macro text: the string helpers every stage of the macro language works with.
+// Positions are 1-based character positions throughout, as in the language's own
+// arithmetic; the helpers at the top are the one place that converts to QString's
+// 0-based indexes.
+#include <QChar>
+#include <QString>
+
+namespace macro {
+
+// Marker characters reserved by the language (see ReplaceQuotes, RemoveSpaces, ...).
+inline constexpr QChar kQuoteMarker = QChar(0xE0);      // à: a double quote inside a stored value
+inline constexpr QChar kNotEqualMarker = QChar(0xE0);   // à: "<>" inside one comparison term
+inline constexpr QChar kQuoteMarker2 = QChar(0xC0);     // À: second quote marker, read only
+inline constexpr QChar kSpaceMarker = QChar(0xC8);      // È: a blank that survives RemoveSpaces
+inline constexpr QChar kAmpersandMarker = QChar(0xE5);  // å: "&" inside a quoted literal
+inline constexpr QChar kLessEqualMarker = QChar(0xE7);  // ç: "<=" or "=<"
+inline constexpr QChar kGreaterEqualMarker = QChar(0xE8);  // è: ">=" or "=>"
+
+inline const QString kLiteralPlaceholder = QStringLiteral("ALITERAL");
+inline const QString kEmptyPlaceholder = QStringLiteral("AEMPTY");
+inline const QString kCrLf = QStringLiteral("\r\n");
+
+// --- 1-based position helpers ------------------------------------------------------
+
+// The character at position pos, or a null QChar outside 1..length.
+QChar CharAt(const QString &text, int pos);
+// Up to len characters from position start (len < 0: to the end).
+QString Mid(const QString &text, int start, int len = -1);
+QString Left(const QString &text, int len);
+QString Right(const QString &text, int len);
+// Position of search in text from start, 0 when absent or either string is empty.
+int InStr(int start, const QString &text, const QString &search);
+int InStr(const QString &text, const QString &search);
+// Last position of search that ends at or before start (start < 1: the whole text).
+int InStrRev(const QString &text, const QString &search, int start = -1);
+inline int Len(const QString &text) { return static_cast<int>(text.size()); }
+
+// --- quotes and literals --------------------------------------------------------------
+
+// True when the count of double quotes in positions 1 to position-1 is odd.
+bool BetweenQuotes(const QString &text, int position);
+// True when the text holds an even number of double quotes (zero included).
+bool EvenQuotes(const QString &text);
+void ReplaceQuotes(QString &text);
+void RestoreQuotes(QString &text);
+// Each quoted literal becomes ALITERAL (AEMPTY when empty). "" or "Missing quote".
+QString ReplaceLiterals(QString &text);
+// The text without its quoted literals and the "&" that join them; "" (and the
+// argument emptied) when a literal is joined by anything other than "&".
+QString RemoveAllLiterals(QString &text);
+QString ReplaceAmpersandInQuotes(const QString &text);
+QString RestoreAmpersand(const QString &text);
+void UCaseOutsideQuotes(QString &text);
+
+// --- blanks ---------------------------------------------------------------------------
+
+void RemoveSpaces(QString &text);   // blanks outside quotes gone, upper case outside quotes
+void RemoveSpaces2(QString &text);  // the same, case as typed
+void MIDCommas4Spaces(QString &text);
+void MIDSpaces4Commas(QString &text);
+
+// --- small tests and searches ------------------------------------------------------------
+
+QString ReplaceString(const QString &text, int first, int last, const QString &replacement);
+bool IsOperator(QChar c);
+bool InstrOperator(const QString &text);
+bool IsCondOperator(QChar c);
+bool IsSeqDelimiter(QChar c);
+// InStr that answers a negative position for a hit between quotes; 0 when either
+// string is empty or blank, or there is no hit.
+int InStr1(int start, const QString &text, const QString &search);
+int InStrRev1(const QString &text, const QString &search, int start = -1);
+// True when the character just before first or just after last is a name character.
+bool IsSubstring(const QString &text, int first, int last);
+// One character for each two-character comparison operator of a term.
+QString ReplaceCondOperators(const QString &term);
+// Each carriage return plus line feed becomes "~".
+void ReplacevbCrLf(QString &text);
+
+} // namespace macro

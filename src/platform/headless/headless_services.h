@@ -1,0 +1,49 @@
+#pragma once
+// The set of platform implementations for running without a display (sonamark-cli):
+// keys and messages as text, a clipboard in memory, failures reported on a stream.
+#include "platform/error_window.h"
+#include "platform/clipboard.h"
+#include "platform/headless/headless_key_sender.h"
+#include "platform/headless/headless_messages.h"
+#include "platform/headless/headless_text_window.h"
+#include "platform/services.h"
+
+namespace platform::headless {
+
+class HeadlessErrorWindow : public ErrorWindow {
+public:
+    explicit HeadlessErrorWindow(QTextStream &out) : m_out(out) {}
+    // Writes the report and continues.
+    Choice showError(const QString &errorText) override;
+
+private:
+    QTextStream &m_out;
+};
+
+class MemoryClipboard : public Clipboard {
+public:
+    QString content;
+    QString text() override { return content; }
+    void setText(const QString &text) override { content = text; }
+    void clear() override { content.clear(); }
+};
+
+// Installs the headless set for its lifetime; diagnostics go to diag.
+class HeadlessServices {
+public:
+    explicit HeadlessServices(QTextStream &diag);
+    ~HeadlessServices();
+    HeadlessServices(const HeadlessServices &) = delete;
+    HeadlessServices &operator=(const HeadlessServices &) = delete;
+
+    HeadlessMessageWindow messages;
+    HeadlessKeySender keys;
+    HeadlessTextWindow textWindow;
+    HeadlessErrorWindow errors;
+    MemoryClipboard clipboard;
+
+private:
+    Services m_previous;
+};
+
+} // namespace platform::headless
