@@ -36,8 +36,14 @@ bool RunAsClipboardHolder(int argc, char **argv)
 
 bool HandOverClipboard(const QString &text)
 {
-    if (!QProcess::startDetached(QCoreApplication::applicationFilePath(),
-                                 {QLatin1String(kHoldSwitch), text}))
+    // The holder outlives this process: it must not keep our output streams open.
+    QProcess holder;
+    holder.setProgram(QCoreApplication::applicationFilePath());
+    holder.setArguments({QLatin1String(kHoldSwitch), text});
+    holder.setStandardInputFile(QProcess::nullDevice());
+    holder.setStandardOutputFile(QProcess::nullDevice());
+    holder.setStandardErrorFile(QProcess::nullDevice());
+    if (!holder.startDetached())
         return false;
     QClipboard *clipboard = QGuiApplication::clipboard();
     QElapsedTimer waited;

@@ -75,11 +75,12 @@ int main(int argc, char **argv)
                                                "Help > Instructions."));
         note->setWordWrap(true);
         layout->addWidget(note);
-        quit = new QCheckBox(QStringLiteral("Quit Sonamark when this window closes"));
+        quit = new QCheckBox(QStringLiteral("&Quit Sonamark when this window closes"));
         layout->addWidget(quit);
     }
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &window, &QWidget::close);
+    auto *buttons = new QDialogButtonBox;
+    QPushButton *close = buttons->addButton(QStringLiteral("&Close"), QDialogButtonBox::RejectRole);
+    QObject::connect(close, &QPushButton::clicked, &window, &QWidget::close);
     layout->addWidget(buttons);
     window.resize(760, 520);
     window.show();

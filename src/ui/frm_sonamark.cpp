@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QCursor>
 #include <QDate>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -47,7 +48,7 @@ QAction *later(QMenu *menu, const QString &caption)
 }
 } // namespace
 
-frmSonamark::frmSonamark(platform::QtTrayIcon *tray, QWidget *parent)
+frmSonamark::frmSonamark(platform::TrayIcon *tray, QWidget *parent)
     : QMainWindow(parent), m_tray(tray)
 {
     setObjectName(QStringLiteral("frmSonamark"));
@@ -240,7 +241,8 @@ void frmSonamark::trayClicked(int button)
         return;
     }
     activateWindow();
-    mnuPopUp->popup(m_tray->menuPosition());
+    auto *qtTray = dynamic_cast<platform::QtTrayIcon *>(m_tray);
+    mnuPopUp->popup(qtTray ? qtTray->menuPosition() : QCursor::pos());
 }
 
 void frmSonamark::Timer3_Timer() { CollectClipboard(this); }

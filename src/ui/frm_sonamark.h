@@ -11,7 +11,7 @@ class QTextEdit;
 class QTimer;
 
 namespace platform {
-class QtTrayIcon;
+class TrayIcon;
 }
 
 namespace ui {
@@ -19,7 +19,7 @@ namespace ui {
 class frmSonamark : public QMainWindow {
     Q_OBJECT
 public:
-    explicit frmSonamark(platform::QtTrayIcon *tray, QWidget *parent = nullptr);
+    explicit frmSonamark(platform::TrayIcon *tray, QWidget *parent = nullptr);
     ~frmSonamark() override;
 
     // Form_Load: runs once, at the first touch of the window during start-up.
@@ -60,7 +60,7 @@ private:
     void Timer3_Timer();
     void RunTimer_Timer();
 
-    platform::QtTrayIcon *m_tray;
+    platform::TrayIcon *m_tray;
     bool m_loaded = false;
     bool m_unloaded = false;
     QString m_statusText;

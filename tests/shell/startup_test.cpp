@@ -161,3 +161,13 @@ TEST_F(StartupTest, StartupEntryIsAddedAndRemoved)
     EXPECT_FALSE(QFile::exists(entry));
     qunsetenv("XDG_CONFIG_HOME");
 }
+
+TEST_F(StartupTest, UnusableDataFolderIsNamedAndStopsStartUp)
+{
+    qputenv("SONAMARK_HOME", "/dev/null/sonamark");
+    EXPECT_EQ(shell::SubMain({"/h"}, steps()), shell::StartupResult::Exit);
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_TRUE(fx.messages.shown[0].text.contains("/dev/null/sonamark/"));
+    EXPECT_EQ(fx.messages.shown[0].title, "Fatal Error");
+    EXPECT_TRUE(order.isEmpty());
+}

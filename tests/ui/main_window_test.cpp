@@ -1,40 +1,75 @@
 #include "fakes/fake_services.h"
-#include "platform/qt/qt_tray_icon.h"
 #include "shell/app_state.h"
 #include "shell/settings.h"
 #include "ui/frm_sonamark.h"
 
 #include <QComboBox>
-#include <QMenu>
 #include <QTextEdit>
 #include <gtest/gtest.h>
 
 using shell::app;
 
-TEST(MainWindow, FormLoadFillsFontSizesAndReportsMissingHook)
-{
-    fakes::FakeServices fx;
-    app().reset();
-    shell::settings().FontSizeOpt = QStringLiteral("200");
-    shell::settings().HotkeysEnabledOpt = QStringLiteral("1");
-    platform::QtTrayIcon tray;
-    ui::frmSonamark window(&tray);
-    window.Form_Load();
-    if (!tray.exists()) {
-        // Offscreen has no notification area: Form_Load gives up with the fatal message.
-        EXPECT_FALSE(window.loaded());
-        ASSERT_EQ(fx.messages.shown.size(), 1);
-        EXPECT_EQ(fx.messages.shown[0].text, "FATAL ERROR there is no taskbar currently available. Aborting.\r\n");
-        EXPECT_EQ(fx.messages.shown[0].title, "Error");
-    } else {
-        EXPECT_TRUE(window.loaded());
-        EXPECT_EQ(shell::settings().HotkeysEnabledOpt, "0");
+namespace {
+struct MainWindowTest : ::testing::Test {
+    void SetUp() override
+    {
+        app().reset();
+        shell::settings().reset();
+        shell::settings().FontSizeOpt = QStringLiteral("200");
+        shell::settings().HotkeysEnabledOpt = QStringLiteral("1");
     }
-    EXPECT_EQ(window.cmbFontSize->count(), 34);  // 6, 8, .. 72
-    EXPECT_EQ(window.cmbFontSize->itemText(0), "6");
-    EXPECT_EQ(window.cmbFontSize->itemText(33), "72");
-    EXPECT_EQ(window.cmbFontSize->currentText(), "200");
-    EXPECT_EQ(window.txtSpeech->font().pointSize(), 200);
+    fakes::FakeServices fx;
+};
+} // namespace
+
+TEST_F(MainWindowTest, FormLoadShowsIdleIconAndKeepsWindowHidden)
+{
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    ASSERT_TRUE(window.loaded());
+    EXPECT_TRUE(fx.tray.shown);
+    EXPECT_EQ(fx.tray.tip, "Sonamark - Idle");
+    EXPECT_EQ(fx.tray.picture, platform::TrayPicture::Idle);
     EXPECT_FALSE(window.isVisible());
     EXPECT_FALSE(app().WindowLoading);
+    EXPECT_EQ(window.cmbFontSize->count(), 34);  // 6, 8, .. 72
+    EXPECT_EQ(window.cmbFontSize->itemText(33), "72");
+    EXPECT_EQ(window.cmbFontSize->currentText(), "200");  // a stored size is never replaced
+    EXPECT_EQ(window.txtSpeech->font().pointSize(), 200);
+    // Without global hotkeys: said once, the menu disabled, the setting off.
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].text, "Error hooking keyboard. No global hotkey will be available.\r\n");
+    EXPECT_EQ(shell::settings().HotkeysEnabledOpt, "0");
+    EXPECT_FALSE(app().OptionsDirty);
+}
+
+TEST_F(MainWindowTest, NoNotificationAreaGivesUp)
+{
+    fx.tray.available = false;
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    EXPECT_FALSE(window.loaded());
+    EXPECT_FALSE(fx.tray.shown);
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].text, "FATAL ERROR there is no taskbar currently available. Aborting.\r\n");
+}
+
+TEST_F(MainWindowTest, StatusTipIsCutAt64)
+{
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    window.setStatusText(QString(80, QLatin1Char('s')));
+    EXPECT_EQ(fx.tray.tip, QString(64, QLatin1Char('s')));
+}
+
+TEST_F(MainWindowTest, QuitRemovesTheIconOnlyWhenConfirmed)
+{
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    fx.messages.answers = {-1};  // No
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(fx.tray.shown);
+    fx.messages.answers = {1};  // Yes
+    EXPECT_TRUE(window.close());
+    EXPECT_FALSE(fx.tray.shown);
 }
