@@ -2,6 +2,7 @@
 
 #include "engine/composition.h"
 #include "engine/dispatch.h"
+#include "engine/macro_clock.h"
 #include "engine/run_hooks.h"
 #include "engine/run_report.h"
 #include "engine/run_state.h"
@@ -57,7 +58,7 @@ bool MACRO_Expired()
     const MacroRunState &s = runState();
     if (s.WaitInProgress)
         return false;
-    double now = shell::SecondsSinceMidnight();
+    double now = MacroClock();
     if (now < s.MacroStart)
         now += kSecondsPerDay;  // the run has crossed midnight once
     return s.MacroStart + s.MacroTimeout < now;
@@ -165,7 +166,7 @@ void InitMacroVars()
     s.ClickZoneXmin = s.ClickZoneYmin = s.ClickZoneXmax = s.ClickZoneYmax = 0;
     s.NextLine = 1;
     s.LastLine = s.ActionCount();
-    s.MacroStart = shell::SecondsSinceMidnight();
+    s.MacroStart = MacroClock();
     s.MacroTimeout = kDefaultMacroTimeout;
 }
 

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 #include <deque>
+#include <functional>
 
 namespace fakes {
 
@@ -84,8 +85,18 @@ public:
 class FakeKeySender : public platform::KeySender {
 public:
     QStringList sent;  // "SENDKEYS <text>" or "KEY <code>", in order
-    void sendKeys(const QString &notation) override { sent << QStringLiteral("SENDKEYS ") + notation; }
-    void pressKey(int virtualKey) override { sent << QStringLiteral("KEY %1").arg(virtualKey); }
+    // Called after each delivery is recorded, with its line; a test can abort the
+    // macro from here or throw to stand for a failing delivery.
+    std::function<void(const QString &)> onDeliver;
+    void sendKeys(const QString &notation) override { deliver(QStringLiteral("SENDKEYS ") + notation); }
+    void pressKey(int virtualKey) override { deliver(QStringLiteral("KEY %1").arg(virtualKey)); }
+private:
+    void deliver(const QString &line)
+    {
+        sent << line;
+        if (onDeliver)
+            onDeliver(line);
+    }
 };
 
 class FakeTextWindow : public platform::TextWindow {

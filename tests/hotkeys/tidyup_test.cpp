@@ -1,0 +1,41 @@
+// The normal form of macro text.
+#include "hotkeys/tidyup.h"
+
+#include <gtest/gtest.h>
+
+using hotkeys::TidyupCode;
+
+static QString tidy(const char *code)
+{
+    QString text = QString::fromUtf8(code);
+    TidyupCode(text);
+    return text;
+}
+
+TEST(Tidyup, StatementLinesLoseBlanks)
+{
+    EXPECT_EQ(tidy("[IF   a = 1 ]"), QStringLiteral("[IF a=1]\r\n"));
+    EXPECT_EQ(tidy("   [  WAIT    2  ]"), QStringLiteral("[WAIT 2]\r\n"));
+    EXPECT_EQ(tidy("[X = 5]"), QStringLiteral("[X=5]\r\n"));
+    EXPECT_EQ(tidy("[X=\"a  b\"]"), QStringLiteral("[X=\"a  b\"]\r\n"));
+    EXPECT_EQ(tidy("[if a = 1 and b = 2]"), QStringLiteral("[if a=1 and b=2]\r\n"));
+}
+
+TEST(Tidyup, KeystrokesAndCommentsKeepTheirSpacing)
+{
+    EXPECT_EQ(tidy("  Hello   World"), QStringLiteral("  Hello   World\r\n"));
+    EXPECT_EQ(tidy("  # note   here"), QStringLiteral("# note   here\r\n"));
+    EXPECT_EQ(tidy("x  [WAIT  2]"), QStringLiteral("x  [WAIT  2]\r\n"));
+}
+
+TEST(Tidyup, BlankLinesAndLineEnds)
+{
+    EXPECT_EQ(tidy("\r\n\r\na\r\n\r\n\r\nb\r\n\r\n"), QStringLiteral("a\r\nb\r\n"));
+    EXPECT_EQ(tidy("\r\n"), QStringLiteral("\r\n"));  // a bare line end is left as it is
+    EXPECT_EQ(tidy(""), QStringLiteral("\r\n"));
+}
+
+TEST(Tidyup, AnOpenQuoteDoesNotProtectTheNextLine)
+{
+    EXPECT_EQ(tidy("[X=\"a  b]\r\n[Y  =  2]"), QStringLiteral("[X=\"a  b]\r\n[Y=2]\r\n"));
+}
