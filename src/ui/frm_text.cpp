@@ -47,6 +47,7 @@ void TextWindows::showText(const QString &caption, const QString &text)
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
+    m_window->txtText->setFocus();
 }
 
 } // namespace ui

@@ -13,6 +13,7 @@
 #include "ui/frm_text.h"
 #include "ui/guarded_application.h"
 #include "ui/spell_probe.h"
+#include "ui/subsystem_calls.h"
 
 #include <QTimer>
 #include <memory>
@@ -53,6 +54,7 @@ int main(int argc, char **argv)
     steps.loadMainWindow = [&] {
         window = std::make_unique<ui::frmSonamark>(&tray);
         window->Form_Load();
+        ui::ConnectMacroRunner(window.get());
     };
     steps.mainWindowAlive = [&] { return window && window->loaded(); };
     steps.enableCollectTimers = [&] {
@@ -60,6 +62,7 @@ int main(int argc, char **argv)
             window->Timer3->start();
     };
     steps.processEvents = [] { QApplication::processEvents(); };
+    steps.setLanguageTables = ui::SetLanguageTables;
 
     QStringList args = QApplication::arguments();
     args.removeFirst();

@@ -1,5 +1,14 @@
 #include "ui/subsystem_calls.h"
 
+#include "engine/clipboard_command.h"
+#include "engine/run_hooks.h"
+#include "engine/run_timer.h"
+#include "hotkeys/hotkeys_file.h"
+#include "hotkeys/hotkeys_table.h"
+#include "macro/commands.h"
+#include "macro/nonprint.h"
+#include "shell/failure_report.h"
+#include "shell/settings.h"
 #include "ui/frm_sonamark.h"
 
 namespace ui {
@@ -12,13 +21,48 @@ bool HookKeyboard() { return false; }
 
 void UnhookKeyboard() {}
 
-void LoadHotkeysTable() {}
+void LoadHotkeysTable()
+{
+    hotkeys::HotkeyTable &table = hotkeys::table();
+    table.HotkeysFileName = shell::settings().HotkeysFileOpt;
+    if (table.HotkeysFileName.isEmpty())
+        return;
+    if (hotkeys::GetHotKeys() == QLatin1String("This is not a Hotkeys file")) {
+        table.HotkeysFileName.clear();
+        table.HotkeyCount = 0;
+    }
+}
+
+void SetLanguageTables()
+{
+    macro::SetCommands();
+    macro::SetNonPrint();
+}
+
+void ConnectMacroRunner(frmSonamark *window)
+{
+    engine::SetStatusTextSink([window](const QString &text) { window->setStatusText(text); });
+    engine::CommandLineUi commandUi;
+    commandUi.hideMainWindow = [window] { window->hide(); };
+    // The hotkey editor is not part of this build: "edit instead" leaves the macro be.
+    engine::SetCommandLineUi(commandUi);
+}
 
 void TrayLeftClick(frmSonamark *) {}
 
-void CollectClipboard(frmSonamark *) {}
+void CollectClipboard(frmSonamark *)
+{
+    // Polling: a failing tick is ignored, the next one is the retry.
+    try {
+        engine::PollClipboardCommand();
+    } catch (...) {
+    }
+}
 
-void RunPendingHotkey(frmSonamark *) {}
+void RunPendingHotkey(frmSonamark *)
+{
+    shell::Guarded("(Form) frmSonamark::Sub RunTimer_Timer", [] { engine::RunTimer_Timer(); });
+}
 
 std::function<void()> SaveCurrentText(frmSonamark *) { return {}; }
 

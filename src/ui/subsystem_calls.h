@@ -18,6 +18,10 @@ bool HookKeyboard();
 void UnhookKeyboard();
 // Reads the Hotkeys file named in the settings into the hotkeys table.
 void LoadHotkeysTable();
+// SetCommands and SetNonPrint: the tables of the macro language.
+void SetLanguageTables();
+// Gives the macro runner the window's status panel and hide/edit operations.
+void ConnectMacroRunner(frmSonamark *window);
 // A left click on the tray icon: stop a macro, end a recording, or flip monitoring.
 void TrayLeftClick(frmSonamark *window);
 // Timer3: collects the clipboard once a second.
