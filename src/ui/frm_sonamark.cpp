@@ -232,11 +232,11 @@ void frmSonamark::setStatusText(const QString &text)
 void frmSonamark::trayClicked(int button)
 {
     shell::AppState &state = shell::app();
+    if (TrayClickTakenByMacro())
+        return;
     if (mnuPopUp->isVisible() || state.ChildFormDepth != 0)
         return;
     if (button == 0) {
-        // Left click: stops a running macro, ends a recording, or flips clipboard
-        // monitoring; each arrives with its own subsystem.
         TrayLeftClick(this);
         return;
     }

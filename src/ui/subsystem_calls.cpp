@@ -2,6 +2,7 @@
 
 #include "engine/clipboard_command.h"
 #include "engine/run_hooks.h"
+#include "engine/run_state.h"
 #include "engine/run_timer.h"
 #include "hotkeys/hotkeys_file.h"
 #include "hotkeys/hotkeys_table.h"
@@ -24,7 +25,7 @@ void UnhookKeyboard() {}
 void LoadHotkeysTable()
 {
     hotkeys::HotkeyTable &table = hotkeys::table();
-    table.HotkeysFileName = shell::settings().HotkeysFileOpt;
+    table.HotkeysFileName = hotkeys::HotkeysFileFromSetting(shell::settings().HotkeysFileOpt);
     if (table.HotkeysFileName.isEmpty())
         return;
     if (hotkeys::GetHotKeys() == QLatin1String("This is not a Hotkeys file")) {
@@ -48,7 +49,20 @@ void ConnectMacroRunner(frmSonamark *window)
     engine::SetCommandLineUi(commandUi);
 }
 
-void TrayLeftClick(frmSonamark *) {}
+bool TrayClickTakenByMacro()
+{
+    if (engine::runState().MacroRunning) {
+        engine::RequestAbort();
+        return true;
+    }
+    // Ending a recording arrives with macro recording.
+    return false;
+}
+
+void TrayLeftClick(frmSonamark *)
+{
+    // Flipping clipboard monitoring arrives with the clipboard monitor.
+}
 
 void CollectClipboard(frmSonamark *)
 {

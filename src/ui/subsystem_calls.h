@@ -22,7 +22,9 @@ void LoadHotkeysTable();
 void SetLanguageTables();
 // Gives the macro runner the window's status panel and hide/edit operations.
 void ConnectMacroRunner(frmSonamark *window);
-// A left click on the tray icon: stop a macro, end a recording, or flip monitoring.
+// A click on the tray icon while a macro runs asks it to stop (true: nothing else to do).
+bool TrayClickTakenByMacro();
+// A left click on the tray icon otherwise: flip monitoring.
 void TrayLeftClick(frmSonamark *window);
 // Timer3: collects the clipboard once a second.
 void CollectClipboard(frmSonamark *window);
