@@ -47,6 +47,11 @@ QString Keystrokes_Only(int index)
             DoEvents();
         }
         pressKey(kPrintScreenKey);
+        // The rest keeps the token, so this goes on until the user stops the macro
+        // (Esc, a tray click); events run each time so that the request can arrive.
+        DoEvents();
+        if (runState().AbortRequested)
+            break;
         const int n = macro::Len(rest) - p + 6;
         rest = n > 0 ? macro::Right(rest, n) : QString();
         p = macro::InStr(rest, kPrintScreenToken);

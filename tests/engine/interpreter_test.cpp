@@ -164,6 +164,18 @@ TEST_F(EngineTest, PrintScreenKeepsTheTokenAndGoesOnPressing)
                                             QStringLiteral("SENDKEYS ab"), QStringLiteral("KEY 44"),
                                             QStringLiteral("SENDKEYS ab"), QStringLiteral("KEY 44")}));
 
+    // The user's stop request ends the pressing.
+    fakes.keys.sent.clear();
+    presses = 0;
+    fakes.keys.onDeliver = [&](const QString &line) {
+        if (line.startsWith(QLatin1String("KEY")) && ++presses == 2)
+            RequestAbort();
+    };
+    EXPECT_EQ(Keystrokes_Only(1), QString());
+    EXPECT_EQ(presses, 2);
+    runState().AbortRequested = false;
+    fakes.keys.onDeliver = nullptr;
+
     // In lower case the token is found once, and the whole line is then typed.
     fakes.keys.sent.clear();
     runState().Actions = {macro::ActionLine{QStringLiteral("ab{prtsc}cd"), 0}};
