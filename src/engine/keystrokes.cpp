@@ -31,6 +31,8 @@ QString Keystrokes_Only(int index)
         return {};
     if (text.isEmpty())
         return QStringLiteral("Invalid command line for sending keystrokes");
+    if (!platform::services().keys)
+        return QStringLiteral("Keystrokes cannot be sent: no key sender is available in this version");
     if (!text.toUpper().contains(kPrintScreenToken)) {
         sendKeys(text);
         DoEvents();
