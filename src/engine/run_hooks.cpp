@@ -1,16 +1,23 @@
 #include "engine/run_hooks.h"
 
+#include "macro/sequences.h"
+#include "macro/variables.h"
+
 namespace engine {
 
 namespace {
 std::function<void(const QString &)> g_statusSink;
 }
 
-void ResetVariableTable() {}
+void ResetVariableTable() { macro::ResetVariables(); }
 
-bool NumberVariableValue(const QString &, double &) { return false; }
+bool NumberVariableValue(const QString &name, double &value)
+{
+    int type = macro::kTypeNumber;
+    return macro::GetVarNumber(macro::UpperSameLength(name), value, type) && type == macro::kTypeNumber;
+}
 
-void ResetLoopSlots() {}
+void ResetLoopSlots() { macro::ResetSequences(); }
 
 void CloseMacroFiles() {}
 

@@ -8,6 +8,7 @@
 #include "platform/key_sender.h"
 #include "platform/message_window.h"
 #include "platform/processes.h"
+#include "platform/reader_text.h"
 #include "platform/text_window.h"
 #include "platform/tray_icon.h"
 
@@ -22,6 +23,7 @@ struct Services {
     Desktop *desktop = nullptr;
     KeySender *keys = nullptr;
     TextWindow *textWindow = nullptr;
+    ReaderText *readerText = nullptr;
 };
 
 // The current set. Pointers are owned by whoever installed them and must outlive use.

@@ -98,6 +98,7 @@ FakeServices::FakeServices()
     set.desktop = &desktop;
     set.keys = &keys;
     set.textWindow = &textWindow;
+    set.readerText = &readerText;
     m_previous = platform::install(set);
 }
 

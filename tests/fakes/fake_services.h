@@ -107,6 +107,14 @@ public:
     void showText(const QString &c, const QString &t) override { caption = c; text = t; ++shows; }
 };
 
+class FakeReaderText : public platform::ReaderText {
+public:
+    QString content;       // the reader's text box
+    QStringList written;   // every text given to setText, in order
+    QString text() override { return content; }
+    void setText(const QString &t) override { content = t; written << t; }
+};
+
 struct FakeServices {
     FakeMessageWindow messages;
     FakeErrorWindow errors;
@@ -116,6 +124,7 @@ struct FakeServices {
     FakeDesktop desktop;
     FakeKeySender keys;
     FakeTextWindow textWindow;
+    FakeReaderText readerText;
 
     FakeServices();
     ~FakeServices();
