@@ -54,10 +54,9 @@ bool reduceProducts(QString &text, QString &message)
 // One operand of GetEquVal: a number by the number test, or a number variable.
 bool operandValue(const QString &word, double &value, QString &message)
 {
-    if (IsNumber(word)) {
-        value = Val1(word);
+    value = Val1(word);
+    if (value != 0 || word == QLatin1String("0"))  // the number test
         return true;
-    }
     if (!AllLetters(word, QString()).isEmpty()) {
         message = QStringLiteral("Illegal equation variable");
         return false;

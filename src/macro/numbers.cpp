@@ -1,13 +1,17 @@
 #include "macro/numbers.h"
 
+#include <charconv>
+
 namespace macro {
 
 namespace {
 
+constexpr qsizetype kMaxNumberChars = 64;  // longer numbers take the slow path
+
 bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
 
 // The platform's Val: the longest leading number, with an optional exponent.
-double leadingNumber(const QString &t)
+double leadingNumber(QStringView t)
 {
     qsizetype i = 0;
     if (i < t.size() && (t[i] == QLatin1Char('-') || t[i] == QLatin1Char('+')))
@@ -31,14 +35,24 @@ double leadingNumber(const QString &t)
         if (j > expStart)
             end = j;
     }
-    return t.left(end).toDouble();
+    // The characters are all ASCII by now (Val1 has checked them).
+    char buf[kMaxNumberChars];
+    if (end >= static_cast<qsizetype>(sizeof buf))
+        return t.left(end).toDouble();
+    for (qsizetype k = 0; k < end; ++k)
+        buf[k] = static_cast<char>(t[k].unicode());
+    const char *first = buf[0] == '+' ? buf + 1 : buf;
+    double value = 0;
+    if (std::from_chars(first, buf + end, value).ec != std::errc())
+        return t.left(end).toDouble();  // out of range: as the platform reads it
+    return value;
 }
 
 } // namespace
 
 double Val1(const QString &text)
 {
-    const QString t = text.trimmed();
+    const QStringView t = QStringView(text).trimmed();
     if (t.isEmpty())
         return 0;
     for (const QChar c : t) {
