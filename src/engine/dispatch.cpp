@@ -1,6 +1,7 @@
 #include "engine/dispatch.h"
 
 #include "engine/composition.h"
+#include "engine/control_statements.h"
 #include "engine/keystrokes.h"
 #include "engine/run_state.h"
 #include "macro/commands.h"
@@ -94,6 +95,22 @@ QString DoAction(int line)
     switch (command) {
     case macro::KeystrokeLine:
         return guarded(command, [&] { return Keystrokes_Only(line); });
+    case macro::CmdLOOP:
+        return guarded(command, [&] { return DoLOOP(line); });
+    case macro::CmdIF:
+        return guarded(command, [&] { return DoIF(line); });
+    case macro::CmdVAR:
+        return guarded(command, [&] { return DoVAR(line); });
+    case macro::CmdWAIT:
+        return guarded(command, [&] { return DoWAIT(line); });
+    case macro::CmdCANCELIF:
+        return guarded(command, [&] { return DoCANCELIF(line); });
+    case macro::CmdENDLOOP:
+        return guarded(command, [&] { return DoENDLOOP(line); });
+    case macro::CmdELSE:
+        return guarded(command, [&] { return DoELSE(line); });
+    case macro::CmdQUITLOOP:
+        return guarded(command, [&] { return DoQUITLOOP(line); });
     case macro::CmdHOTKEY:
         return guarded(command, [&] { return DoMACRO(line); });
     case macro::CmdENDIF:
