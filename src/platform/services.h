@@ -9,6 +9,7 @@
 #include "platform/message_window.h"
 #include "platform/processes.h"
 #include "platform/reader_text.h"
+#include "platform/speech_engine.h"
 #include "platform/text_window.h"
 #include "platform/tray_icon.h"
 
@@ -24,6 +25,7 @@ struct Services {
     KeySender *keys = nullptr;
     TextWindow *textWindow = nullptr;
     ReaderText *readerText = nullptr;
+    SpeechEngine *speech = nullptr;
 };
 
 // The current set. Pointers are owned by whoever installed them and must outlive use.

@@ -87,6 +87,69 @@ bool FakeDesktop::runAndWait(const QString &program, const QStringList &args, co
     return canStart;
 }
 
+void FakeSpeechEngine::setVoice(int index)
+{
+    chosenVoice = index;
+    calls << QStringLiteral("voice %1").arg(index);
+}
+
+void FakeSpeechEngine::setVolume(int v)
+{
+    vol = qBound(0, v, 100);
+    calls << QStringLiteral("volume %1").arg(v);
+}
+
+void FakeSpeechEngine::setRate(int r)
+{
+    rt = qBound(-10, r, 10);
+    calls << QStringLiteral("rate %1").arg(r);
+}
+
+void FakeSpeechEngine::speak(const QString &text, int flags)
+{
+    calls << QStringLiteral("speak %1 %2").arg(flags).arg(text);
+    if (flags == platform::kSpeakPurgeBeforeSpeak && text.isEmpty()) {
+        state.RunningState = platform::kRunningDone;
+        return;
+    }
+    lastSpoken = text;
+    state.RunningState = platform::kRunningSpeaking;
+}
+
+void FakeSpeechEngine::pause()
+{
+    calls << QStringLiteral("pause");
+    state.RunningState = platform::kRunningPaused;
+}
+
+void FakeSpeechEngine::resume()
+{
+    calls << QStringLiteral("resume");
+    if (state.RunningState == platform::kRunningPaused)
+        state.RunningState = platform::kRunningSpeaking;
+}
+
+void FakeSpeechEngine::startStream()
+{
+    state.RunningState = platform::kRunningSpeaking;
+    if (onStartStream)
+        onStartStream();
+}
+
+void FakeSpeechEngine::word(int position, int length)
+{
+    state.InputWordPosition = position;
+    if (onWord)
+        onWord(position, length);
+}
+
+void FakeSpeechEngine::endStream()
+{
+    state.RunningState = platform::kRunningDone;
+    if (onEndStream)
+        onEndStream();
+}
+
 FakeServices::FakeServices()
 {
     platform::Services set;
@@ -99,6 +162,7 @@ FakeServices::FakeServices()
     set.keys = &keys;
     set.textWindow = &textWindow;
     set.readerText = &readerText;
+    set.speech = &speech;
     m_previous = platform::install(set);
 }
 

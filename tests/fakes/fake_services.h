@@ -115,6 +115,35 @@ public:
     void setText(const QString &t) override { content = t; written << t; }
 };
 
+// Records every engine call as a line ("speak 9 <text>", "pause", "voice 1"...) and lets
+// the test raise the events and set the running state.
+class FakeSpeechEngine : public platform::SpeechEngine {
+public:
+    QStringList voiceList{QStringLiteral("Voice A"), QStringLiteral("Voice B")};
+    QStringList calls;
+    int chosenVoice = -1;
+    int vol = 100;
+    int rt = 0;
+    platform::SpeechStatus state;
+    QString lastSpoken;
+
+    QStringList voices() override { return voiceList; }
+    void setVoice(int index) override;
+    int volume() const override { return vol; }
+    void setVolume(int v) override;
+    int rate() const override { return rt; }
+    void setRate(int r) override;
+    void speak(const QString &text, int flags) override;
+    void pause() override;
+    void resume() override;
+    platform::SpeechStatus status() const override { return state; }
+
+    // Event raisers, as the engine would call them.
+    void startStream();
+    void word(int position, int length);
+    void endStream();
+};
+
 struct FakeServices {
     FakeMessageWindow messages;
     FakeErrorWindow errors;
@@ -125,6 +154,7 @@ struct FakeServices {
     FakeKeySender keys;
     FakeTextWindow textWindow;
     FakeReaderText readerText;
+    FakeSpeechEngine speech;
 
     FakeServices();
     ~FakeServices();
