@@ -7,6 +7,7 @@
 #include "engine/macro_clock.h"
 #include "engine/structure_search.h"
 #include "macro/actions.h"
+#include "macro/statement_check.h"
 #include "macro/variables.h"
 
 #include <QDir>
@@ -327,4 +328,46 @@ TEST_F(ControlTest, WaitUntilAMomentSleepsInSecondsAndCanBeAborted)
     RequestAbort();
     EXPECT_EQ(ESC_DelayDate(QStringLiteral("2024-03-10")), -1);
     EXPECT_FALSE(runState().AbortRequested);
+}
+
+TEST_F(ControlTest, AssignmentAndConditionChecks)
+{
+    struct Case {
+        const char *line;  // literals already replaced
+        const char *message;
+    };
+    const Case vars[] = {
+        {"[X=TIMER&ALITERAL]", "Cannot mix the TIMER variable with strings"},
+        {"[X=STR(TIMER)&ALITERAL]", ""},
+        {"[X=1*-2]", ""},
+        {"[X=-2+A]", ""},
+        {"[X=LEN(S)+VAL(T)*2]", ""},
+        {"[X=MID(S 2 4)&ALITERAL]", ""},
+        {"[X=MID(S 4 2)]", "Illegal char limits in MID()"},
+        {"[X=*2]", "Invalid use of the * operator for [VAR=Val] statement"},
+        {"[X=2/]", "Invalid use of the / operator for [VAR=Val] statement"},
+        {"[X=(1+2]", "Mismatching ( ) for [VAR=Val] statement"},
+        {"[X=ALITERAL&&B]", "Invalid use of the & operator for [VAR=Val] statement"},
+        {"[X=A*+B]", "Illegal operator for [VAR=Val] statement"},
+        {"[X=A ALITERAL]", "Invalid format for [VAR=Val] statement"},
+        {"[X=ALITERAL B]", "Invalid format in RHS for [VAR=Val] statement"},
+        {"[X5]", "Invalid format for [VAR=Val] statement"},
+        {"[X=ALITERAL&LEN(S)]", "Cannont mix LEN() with strings"},
+        {"[X=LEN(S)&ALITERAL]", "Cannot mix strings and LEN() for [VAR=Val] statement"},
+    };
+    for (const Case &c : vars)
+        EXPECT_EQ(macro::GoodVAR(QLatin1String(c.line)), QLatin1String(c.message)) << c.line;
+
+    EXPECT_EQ(macro::GoodIFCond(QStringLiteral("[IF A=1 AND B=2 AND C=3]")), QString());
+    EXPECT_EQ(macro::GoodIFCond(QStringLiteral("[IF (A=1 AND B=ALITERAL) OR C>=3]")), QString());
+    EXPECT_EQ(macro::GoodIFCond(QStringLiteral("[IF A=1")), QStringLiteral("Missing right bracket for [IF Cond] statement"));
+    EXPECT_EQ(macro::GoodIFCond(QStringLiteral("[CANCEL IF A]")),
+              QStringLiteral("Missing operator for [CANCEL IF Cond] statement"));
+    EXPECT_EQ(macro::GoodIFCond(QStringLiteral("[IF (A=1]")), QStringLiteral("Mismatched ( ) for [IF Cond] statement"));
+    EXPECT_EQ(macro::GoodLOOPCond(QStringLiteral("[LOOP I=1,3-5]")), QString());
+    EXPECT_EQ(macro::GoodLOOPCond(QStringLiteral("[LOOP I=1,X]")),  // a condition, not a sequence
+              QStringLiteral("Only letters allowed in RHS variable name for [LOOP Cond] statement"));
+    EXPECT_EQ(macro::GoodCondEqu(QStringLiteral("1+*2")), QStringLiteral("Illegal operator"));
+    EXPECT_EQ(macro::GoodLOOPCond(QStringLiteral("[LOOP N<1+*2]")),
+              QStringLiteral("Illegal operator for [LOOP Cond] statement"));
 }
