@@ -377,6 +377,30 @@ QString checkSide(QString rhs, int literals, const SideMessages &m)
     return {};
 }
 
+// The CheckRemove functions in their order, each when the text holds its call. The
+// replacements hold no call, so one upper-cased copy answers for all five.
+QString removeCalls(QString &text)
+{
+    struct Remover {
+        const char *token;
+        QString (*remove)(QString &);
+    };
+    static const Remover kRemovers[] = {{"STR(", CheckRemoveSTR}, {"UCASE(", CheckRemoveUCASE},
+                                        {"LEN(", CheckRemoveLEN}, {"VAL(", CheckRemoveVAL},
+                                        {"MID(", CheckRemoveMID}};
+    if (!text.contains(QLatin1Char('(')))
+        return {};
+    const QString up = UpperSameLength(text);
+    for (const Remover &r : kRemovers) {
+        if (!up.contains(QLatin1String(r.token)))
+            continue;
+        const QString message = r.remove(text);
+        if (!message.isEmpty())
+            return message;
+    }
+    return {};
+}
+
 // The condition rules shared by [IF], [CANCEL IF] and [LOOP]; row is the statement's
 // table row ("[IF ") and loop selects the sequence rules.
 QString goodCondition(const QString &line, const QString &row, bool loop)
@@ -485,19 +509,9 @@ QString GoodVAR(const QString &line)
         return message;
 
     const int literals = literalCount(rhs);
-    struct Remover {
-        const char *token;
-        QString (*remove)(QString &);
-    };
-    for (const Remover &r : {Remover{"STR(", CheckRemoveSTR}, Remover{"UCASE(", CheckRemoveUCASE},
-                             Remover{"LEN(", CheckRemoveLEN}, Remover{"VAL(", CheckRemoveVAL},
-                             Remover{"MID(", CheckRemoveMID}}) {
-        if (!UpperSameLength(rhs).contains(QLatin1String(r.token)))
-            continue;
-        message = r.remove(rhs);
-        if (!message.isEmpty())
-            return message + kVarStatement;
-    }
+    message = removeCalls(rhs);
+    if (!message.isEmpty())
+        return message + kVarStatement;
     return checkSide(rhs, literals, SideMessages{true, kVarStatement});
 }
 
@@ -547,20 +561,7 @@ QString RemoveSpecial(QString &text)
     QString message = GoodSpecial(text);
     if (!message.isEmpty())
         return fail(text, message);
-    struct Remover {
-        const char *token;
-        QString (*remove)(QString &);
-    };
-    for (const Remover &r : {Remover{"STR(", CheckRemoveSTR}, Remover{"UCASE(", CheckRemoveUCASE},
-                             Remover{"LEN(", CheckRemoveLEN}, Remover{"VAL(", CheckRemoveVAL},
-                             Remover{"MID(", CheckRemoveMID}}) {
-        if (!UpperSameLength(text).contains(QLatin1String(r.token)))
-            continue;
-        message = r.remove(text);
-        if (!message.isEmpty())
-            return fail(text, message);
-    }
-    return {};
+    return fail(text, removeCalls(text));
 }
 
 QString CheckRemoveSTR(QString &text)
