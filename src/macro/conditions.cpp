@@ -90,7 +90,7 @@ bool readOperand(const QString &word, Operand &operand, QString &message)
             return false;
     }
     // Written back as result text and read again, like every intermediate value.
-    operand.number = value == 0 ? 0 : Val1(ResultText(value));
+    operand.number = ResultValue(value);
     return true;
 }
 

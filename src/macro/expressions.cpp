@@ -171,7 +171,7 @@ double GetEquVal(const QString &expression, QString &message)
     }
     if (total == 0)
         return 0;
-    return Val1(ResultText(total));
+    return ResultValue(total);
 }
 
 double SolveEquation(const QString &expression, QString &message)

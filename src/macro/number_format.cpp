@@ -1,7 +1,9 @@
 #include "macro/number_format.h"
 
 #include <QLatin1StringView>
+#include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -68,11 +70,9 @@ double nudgeDecimalTie(double magnitude, int decimals)
     return magnitude;
 }
 
-} // namespace
-
-QString FormatNumber(double value, const char *pattern)
+// Writes value by pattern p into out (kFixedBuffer characters) and returns the end.
+char *formatChars(double value, const Pattern &p, char *out)
 {
-    const Pattern p = parsePattern(pattern);
     char buf[kFixedBuffer];
     const double magnitude = nudgeDecimalTie(std::fabs(value), p.decimals);
     const auto res = std::to_chars(buf, buf + sizeof buf, magnitude, std::chars_format::fixed, p.decimals);
@@ -96,18 +96,97 @@ QString FormatNumber(double value, const char *pattern)
     for (const char *c = fracStart; c < fracEnd && !anyDigit; ++c)
         anyDigit = *c != '0';
 
-    QString out;
-    out.reserve(static_cast<qsizetype>(end - buf) + 2);
+    char *o = out;
     if (value < 0 && anyDigit)
-        out += QLatin1Char('-');
+        *o++ = '-';
     for (int pad = static_cast<int>(intEnd - intStart); pad < p.minInt; ++pad)
-        out += QLatin1Char('0');
-    out += QLatin1StringView(intStart, intEnd - intStart);
+        *o++ = '0';
+    o = std::copy(intStart, intEnd, o);
     if (p.point) {
-        out += QLatin1Char('.');
-        out += QLatin1StringView(fracStart, fracEnd - fracStart);
+        *o++ = '.';
+        o = std::copy(fracStart, fracEnd, o);
     }
+    return o;
+}
+
+// Decimal digits of n, most significant first; nothing for 0.
+char *unsignedDigits(uint64_t n, char *out)
+{
+    char digits[20];
+    int count = 0;
+    for (; n != 0; n /= 10)
+        digits[count++] = static_cast<char>('0' + n % 10);
+    while (count > 0)
+        *out++ = digits[--count];
     return out;
+}
+
+// The result text of a finite, nonzero value (kResultPattern) into out (kFixedBuffer
+// characters); returns the end. exact is set when the text reads back as value itself.
+char *resultChars(double value, char *out, bool &exact)
+{
+    const double magnitude = std::fabs(value);
+    exact = true;
+    char *o = out;
+    // A value whose fraction is a multiple of 2^-15 has at most fifteen decimals, all
+    // exact: whole part and decimals come straight from integer arithmetic.
+    constexpr double kExactIntegers = 9007199254740992.0;  // 2^53
+    if (magnitude < kExactIntegers) {
+        const double whole = std::trunc(magnitude);
+        const double scaled = (magnitude - whole) * 32768.0;  // exact: a power of two
+        if (scaled == std::trunc(scaled)) {
+            if (value < 0)
+                *o++ = '-';
+            o = unsignedDigits(static_cast<uint64_t>(whole), o);
+            *o++ = '.';
+            // fraction * 10^15 = scaled * 5^15, below 10^15.
+            uint64_t decimals = static_cast<uint64_t>(scaled) * 30517578125ULL;
+            if (decimals != 0) {
+                int places = static_cast<int>(kDecimalDigits);
+                while (decimals % 10 == 0) {
+                    decimals /= 10;
+                    --places;
+                }
+                char digits[kDecimalDigits];
+                for (int i = places - 1; i >= 0; --i, decimals /= 10)
+                    digits[i] = static_cast<char>('0' + decimals % 10);
+                o = std::copy(digits, digits + places, o);
+            }
+            return o;
+        }
+    }
+    // Below 8 a double's spacing is under 10^-15, so a shortest text of at most fifteen
+    // decimals is also the value rounded to fifteen decimals.
+    if (magnitude < 8) {
+        char shortest[64];
+        const auto res = std::to_chars(shortest, shortest + sizeof shortest, magnitude);
+        const char *end = res.ptr;
+        const char *dot = static_cast<const char *>(std::memchr(shortest, '.', static_cast<size_t>(end - shortest)));
+        if (dot && !std::memchr(shortest, 'e', static_cast<size_t>(end - shortest))
+            && end - dot - 1 <= static_cast<std::ptrdiff_t>(kDecimalDigits)) {
+            if (value < 0)
+                *o++ = '-';
+            const char *intStart = shortest;
+            while (intStart < dot && *intStart == '0')
+                ++intStart;
+            o = std::copy(intStart, dot, o);
+            while (end > dot + 1 && end[-1] == '0')
+                --end;
+            return std::copy(dot, end, o);
+        }
+    }
+    exact = false;
+    static const Pattern resultPattern = parsePattern(kResultPattern);
+    return formatChars(value, resultPattern, out);
+}
+
+} // namespace
+
+QString FormatNumber(double value, const char *pattern)
+{
+    char out[kFixedBuffer + kMaxDecimals + 2];
+    const char *end = formatChars(value, parsePattern(pattern), out);
+    return QString::fromLatin1(out, end - out);
 }
 
 QString ResultText(double value)
@@ -116,7 +195,24 @@ QString ResultText(double value)
         throw std::overflow_error("Overflow");
     if (value == 0)
         return QStringLiteral("0");
-    return FormatNumber(value, kResultPattern);
+    char out[kFixedBuffer + kMaxDecimals + 2];
+    bool exact = false;
+    const char *end = resultChars(value, out, exact);
+    return QString::fromLatin1(out, end - out);
+}
+
+double ResultValue(double value)
+{
+    if (!std::isfinite(value))
+        throw std::overflow_error("Overflow");
+    if (value == 0)
+        return 0;
+    char out[kFixedBuffer + kMaxDecimals + 2];
+    bool exact = false;
+    const char *end = resultChars(value, out, exact);
+    if (exact)
+        return value;
+    return Val1(QString::fromLatin1(out, end - out));
 }
 
 QString SecondsText(double value) { return FormatNumber(value, kSecondsPattern); }

@@ -23,6 +23,8 @@ QString FormatNumber(double value, const char *pattern);
 // kResultPattern (".5", "3.", "-2.25"). A value too small for fifteen decimals is ".".
 // Throws std::overflow_error for a value that is not finite (the arithmetic overflowed).
 QString ResultText(double value);
+// Val1(ResultText(value)), the value as it reads back from its result text; 0 for 0.
+double ResultValue(double value);
 
 // The value by kSecondsPattern, as TIMER and TIMEOUT are substituted ("45296.5").
 QString SecondsText(double value);
