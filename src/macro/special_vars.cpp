@@ -80,10 +80,10 @@ QString apply(Action action, QString &expression, int position, int nameLength)
 
 // One replacing pass from the end backward, skipping hits between quotes and hits
 // that are part of a longer word.
-QString runPass(QString &expression, const Pass &pass)
+// up is the expression in upper case, kept so after each replacement.
+QString runPass(QString &expression, QString &up, const Pass &pass)
 {
     const QLatin1StringView token(pass.token);
-    QString up = UpperSameLength(expression);
     qsizetype from = up.size() - 1;
     while (from >= 0) {
         const qsizetype at = up.lastIndexOf(token, from);
@@ -105,8 +105,9 @@ QString runPass(QString &expression, const Pass &pass)
 
 QString runPasses(QString &expression, std::initializer_list<Pass> passes)
 {
+    QString up = UpperSameLength(expression);
     for (const Pass &pass : passes) {
-        const QString msg = runPass(expression, pass);
+        const QString msg = runPass(expression, up, pass);
         if (!msg.isEmpty())
             return msg;
     }

@@ -69,9 +69,25 @@ void ResetVariables() { g_table.reset(); }
 
 QString UpperSameLength(const QString &text)
 {
+    // ASCII maps only a-z; other characters go through QChar. The text is shared
+    // unchanged until its first character that changes.
+    const auto upper = [](QChar c) {
+        const char16_t u = c.unicode();
+        if (u < 0x80)
+            return u >= u'a' && u <= u'z' ? QChar(char16_t(u - 0x20)) : c;
+        return c.toUpper();
+    };
+    const qsizetype n = text.size();
+    const QChar *in = text.constData();
+    qsizetype i = 0;
+    while (i < n && upper(in[i]) == in[i])
+        ++i;
+    if (i == n)
+        return text;
     QString out = text;
-    for (QChar &c : out)
-        c = c.toUpper();
+    QChar *o = out.data();
+    for (; i < n; ++i)
+        o[i] = upper(o[i]);
     return out;
 }
 
