@@ -52,11 +52,12 @@ bool reduceProducts(QString &text, QString &message)
 }
 
 // One operand of GetEquVal: a number by the number test, or a number variable.
-bool operandValue(const QString &word, double &value, QString &message)
+bool operandValue(QStringView wordView, double &value, QString &message)
 {
-    value = Val1(word);
-    if (value != 0 || word == QLatin1String("0"))  // the number test
+    value = Val1(wordView);
+    if (value != 0 || wordView == QLatin1String("0"))  // the number test
         return true;
+    const QString word = wordView.toString();
     if (!AllLetters(word, QString()).isEmpty()) {
         message = QStringLiteral("Illegal equation variable");
         return false;
@@ -146,7 +147,7 @@ double GetEquVal(const QString &expression, QString &message)
             continue;
         if (c == QLatin1Char('-') && IsOperator(CharAt(text, i - 1)))
             continue;  // the sign of the next operand
-        const QString word = Mid(text, lastOperator + 1, i - lastOperator - 1);
+        const QStringView word = QStringView(text).mid(lastOperator, i - lastOperator - 1);
         double value = 0;
         if (!operandValue(word, value, message))
             return 0;

@@ -2,6 +2,8 @@
 
 #include "macro/variables.h"
 
+#include <algorithm>
+
 namespace macro {
 
 namespace {
@@ -56,11 +58,6 @@ void removeSpaces(QString &text, bool upper)
 }
 
 } // namespace
-
-QChar CharAt(const QString &text, int pos)
-{
-    return pos >= 1 && pos <= text.size() ? text.at(pos - 1) : QChar();
-}
 
 QString Mid(const QString &text, int start, int len)
 {
@@ -254,7 +251,19 @@ void MIDSpaces4Commas(QString &text)
 
 QString ReplaceString(const QString &text, int first, int last, const QString &replacement)
 {
-    return Left(text, first - 1) + replacement + Mid(text, last + 1);
+    const QStringView view(text);
+    const qsizetype leftLen = first - 1 <= 0 ? 0 : std::min<qsizetype>(first - 1, view.size());
+    const qsizetype rightFrom = last < 0 ? 0 : last;  // position last + 1, 0-based
+    const QStringView right = rightFrom >= view.size() ? QStringView() : view.mid(rightFrom);
+    const qsizetype total = leftLen + replacement.size() + right.size();
+    if (total == 0)
+        return Left(text, first - 1) + replacement + Mid(text, last + 1);
+    QString out;
+    out.reserve(total);
+    out.append(view.left(leftLen));
+    out.append(replacement);
+    out.append(right);
+    return out;
 }
 
 bool IsOperator(QChar c)

@@ -24,7 +24,10 @@ inline const QString kCrLf = QStringLiteral("\r\n");
 // --- 1-based position helpers ------------------------------------------------------
 
 // The character at position pos, or a null QChar outside 1..length.
-QChar CharAt(const QString &text, int pos);
+inline QChar CharAt(const QString &text, int pos)
+{
+    return pos >= 1 && pos <= text.size() ? text.at(pos - 1) : QChar();
+}
 // Up to len characters from position start (len < 0: to the end).
 QString Mid(const QString &text, int start, int len = -1);
 QString Left(const QString &text, int len);

@@ -50,9 +50,9 @@ double leadingNumber(QStringView t)
 
 } // namespace
 
-double Val1(const QString &text)
+double Val1(QStringView text)
 {
-    const QStringView t = QStringView(text).trimmed();
+    const QStringView t = text.trimmed();
     if (t.isEmpty())
         return 0;
     for (const QChar c : t) {

@@ -147,6 +147,28 @@ bool containsWord(const QString &up, QLatin1StringView word, bool outsideQuotes 
     return false;
 }
 
+// True when up (upper case) holds any name that ReplaceSpecialNumVars acts on or
+// refuses; TIME covers TIMER and TIMEOUT.
+bool holdsSpecialNumName(const QString &up)
+{
+    const QStringView view(up);
+    const auto at = [&view](qsizetype i, const char *name) { return view.mid(i).startsWith(QLatin1StringView(name)); };
+    for (qsizetype i = 0; i < view.size(); ++i) {
+        switch (view[i].unicode()) {
+        case u'V': if (at(i, "VAL(")) return true; break;
+        case u'L': if (at(i, "LEN(")) return true; break;
+        case u'S': if (at(i, "STR(") || at(i, "SONAMARKTEXT")) return true; break;
+        case u'T': if (at(i, "TIME")) return true; break;
+        case u'D': if (at(i, "DATE")) return true; break;
+        case u'P': if (at(i, "PATH")) return true; break;
+        case u'M': if (at(i, "MID(")) return true; break;
+        case u'U': if (at(i, "UCASE(")) return true; break;
+        default: break;
+        }
+    }
+    return false;
+}
+
 QString failWith(QString &expression, const char *message)
 {
     expression.clear();
@@ -180,6 +202,8 @@ QString ReplaceSpecialNumVars(QString &expression)
 {
     constexpr int kLenAndParen = 4;
     expression = UpperSameLength(expression);
+    if (!holdsSpecialNumName(expression))
+        return {};
 
     // VAL(: whatever GetVAL says, the message is the same.
     for (qsizetype at = expression.lastIndexOf(QLatin1String("VAL(")); at >= 0;
