@@ -1,0 +1,175 @@
+#include "platform/espeak/espeak_engine.h"
+
+#include <QLoggingCategory>
+#include <QMetaObject>
+#include <QPointer>
+#include <cmath>
+
+Q_LOGGING_CATEGORY(lcEngine, "sonamark.speech.engine", QtWarningMsg)
+
+namespace platform::espeak {
+
+namespace {
+constexpr int kTickMs = 10;               // how often playback is followed
+constexpr int kNormalWordsPerMinute = 175;
+constexpr double kRateFactorAtTen = 3.0;  // rate 10: three times normal, -10: a third
+constexpr int kMinWordsPerMinute = 80;    // espeak-ng's slowest
+constexpr int kMaxWordsPerMinute = 600;
+} // namespace
+
+EspeakEngine::EspeakEngine(QObject *parent) : QObject(parent)
+{
+    QPointer<EspeakEngine> self(this);
+    m_synth = std::make_unique<SynthThread>([self](SynthChunk chunk) {
+        QMetaObject::invokeMethod(self.data(), [self, chunk = std::move(chunk)] {
+            if (self)
+                self->takeChunk(chunk);
+        }, Qt::QueuedConnection);
+    });
+    m_player = std::make_unique<PcmPlayer>(m_synth->ok() ? m_synth->sampleRate() : 22050);
+    m_tick.setInterval(kTickMs);
+    connect(&m_tick, &QTimer::timeout, this, &EspeakEngine::tick);
+}
+
+EspeakEngine::~EspeakEngine()
+{
+    m_tick.stop();
+    m_synth.reset();  // joins the thread: no chunk is posted after this
+}
+
+int EspeakEngine::WordsPerMinute(int rate)
+{
+    const double factor = std::pow(kRateFactorAtTen, qBound(-10, rate, 10) / 10.0);
+    return qBound(kMinWordsPerMinute, int(std::lround(kNormalWordsPerMinute * factor)), kMaxWordsPerMinute);
+}
+
+QStringList EspeakEngine::voices()
+{
+    QStringList names;
+    for (const VoiceInfo &v : m_synth->voices())
+        names << v.name;
+    return names;
+}
+
+void EspeakEngine::setVoice(int index)
+{
+    if (index < 0 || index >= m_synth->voices().size())
+        throw std::out_of_range("no such voice");
+    m_voice = index;
+}
+
+void EspeakEngine::setVolume(int volume) { m_volume = qBound(0, volume, 100); }
+
+void EspeakEngine::setRate(int rate) { m_rate = qBound(-10, rate, 10); }
+
+void EspeakEngine::speak(const QString &text, int flags)
+{
+    if ((flags & kSpeakPurgeBeforeSpeak) || m_currentId)
+        purge();
+    if (text.isEmpty())
+        return;
+    if (!ok())
+        throw std::runtime_error("speech engine not available");
+    m_markup = SapiToSsml(text);
+    SynthJob job;
+    job.id = m_nextId++;
+    job.ssml = m_markup.ssml;
+    if (m_voice < m_synth->voices().size())
+        job.voiceIdentifier = m_synth->voices().at(m_voice).identifier;
+    job.wordsPerMinute = WordsPerMinute(m_rate);
+    job.volume = m_volume;
+    m_currentId = job.id;
+    m_synthDone = false;
+    m_paused = false;
+    m_wordPosition = 0;
+    m_words.clear();
+    m_player->begin();
+    m_synth->submit(job);
+    m_tick.start();
+    const quint64 id = m_currentId;
+    QMetaObject::invokeMethod(this, [this, id] {
+        if (m_currentId == id && onStartStream)
+            onStartStream();
+    }, Qt::QueuedConnection);
+}
+
+void EspeakEngine::purge()
+{
+    if (!m_currentId)
+        return;
+    m_synth->cancelAll();
+    m_player->stop();
+    m_words.clear();
+    m_paused = false;
+    endStream();
+}
+
+void EspeakEngine::endStream()
+{
+    m_currentId = 0;
+    m_tick.stop();
+    QMetaObject::invokeMethod(this, [this] {
+        if (onEndStream)
+            onEndStream();
+    }, Qt::QueuedConnection);
+}
+
+void EspeakEngine::pause()
+{
+    if (!m_currentId || m_paused)
+        return;
+    m_paused = true;
+    m_player->pause();
+}
+
+void EspeakEngine::resume()
+{
+    if (!m_paused)
+        return;
+    m_paused = false;
+    m_player->resume();
+}
+
+SpeechStatus EspeakEngine::status() const
+{
+    SpeechStatus s;
+    s.RunningState = !m_currentId ? kRunningDone : m_paused ? kRunningPaused : kRunningSpeaking;
+    s.InputWordPosition = m_wordPosition;
+    return s;
+}
+
+void EspeakEngine::takeChunk(const SynthChunk &chunk)
+{
+    if (chunk.id != m_currentId)
+        return;  // from a purged stream
+    for (const WordMark &w : chunk.words)
+        m_words.push_back({w.sample, m_markup.originalPosition(w.ssmlPosition),
+                           m_markup.originalLength(w.ssmlPosition, w.length)});
+    if (!chunk.pcm.isEmpty())
+        m_player->append(chunk.pcm);
+    if (chunk.last)
+        m_synthDone = true;
+}
+
+void EspeakEngine::tick()
+{
+    if (!m_currentId)
+        return;
+    const quint64 id = m_currentId;
+    const qint64 played = m_player->playedSamples();
+    while (!m_words.isEmpty() && m_words.first().sample <= played) {
+        const PendingWord w = m_words.takeFirst();
+        m_wordPosition = w.position;
+        qCDebug(lcEngine) << "word" << w.position << w.length << "at sample" << w.sample;
+        if (onWord)
+            onWord(w.position, w.length);
+        if (m_currentId != id)
+            return;  // the handler purged or spoke again
+    }
+    if (m_synthDone && m_words.isEmpty() && m_player->drained()) {
+        m_player->stop();
+        endStream();
+    }
+}
+
+} // namespace platform::espeak

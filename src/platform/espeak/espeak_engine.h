@@ -1,0 +1,67 @@
+#pragma once
+// SpeechEngine on espeak-ng: synthesis on its own thread, playback through PcmPlayer,
+// word events raised when playback reaches the word, everything reported on the thread
+// that created the engine (the GUI thread).
+#include "platform/espeak/espeak_synth.h"
+#include "platform/espeak/pcm_player.h"
+#include "platform/espeak/sapi_markup.h"
+#include "platform/speech_engine.h"
+
+#include <QObject>
+#include <QTimer>
+#include <memory>
+
+namespace platform::espeak {
+
+class EspeakEngine : public QObject, public SpeechEngine {
+    Q_OBJECT
+public:
+    explicit EspeakEngine(QObject *parent = nullptr);
+    ~EspeakEngine() override;
+
+    // False when espeak-ng could not start; the engine then speaks nothing.
+    bool ok() const { return m_synth && m_synth->ok(); }
+    // True when no audio device was found and output is a silent clock.
+    bool silent() const { return m_player && m_player->silent(); }
+
+    QStringList voices() override;
+    void setVoice(int index) override;
+    int volume() const override { return m_volume; }
+    void setVolume(int volume) override;
+    int rate() const override { return m_rate; }
+    void setRate(int rate) override;
+    void speak(const QString &text, int flags) override;
+    void pause() override;
+    void resume() override;
+    SpeechStatus status() const override;
+
+    // Speaking speed in words per minute for a rate of -10 .. 10.
+    static int WordsPerMinute(int rate);
+
+private:
+    struct PendingWord {
+        qint64 sample;
+        int position;
+        int length;
+    };
+    void takeChunk(const SynthChunk &chunk);
+    void tick();
+    void purge();
+    void endStream();
+
+    std::unique_ptr<SynthThread> m_synth;
+    std::unique_ptr<PcmPlayer> m_player;
+    QTimer m_tick;
+    int m_voice = 0;
+    int m_volume = 100;
+    int m_rate = 0;
+    quint64 m_nextId = 1;
+    quint64 m_currentId = 0;  // 0: no stream
+    bool m_paused = false;
+    bool m_synthDone = false;
+    SsmlText m_markup;
+    QList<PendingWord> m_words;  // in order of sample
+    int m_wordPosition = 0;
+};
+
+} // namespace platform::espeak
