@@ -17,10 +17,10 @@ class MessageWindow {
 public:
     virtual ~MessageWindow() = default;
     // Shows the window modally and returns the answer (1 Yes, -1 No, -2 Cancel, -3 OK).
-    virtual int showModal(const MessageSpec &spec) = 0;
+    virtual int showModal(const MessageSpec &request) = 0;
     // Shows the window without modality and returns at once. The window reports its
     // answer through shell::SetMsgResult when a button is pressed or its count-down ends.
-    virtual void showModeless(const MessageSpec &spec) = 0;
+    virtual void showModeless(const MessageSpec &request) = 0;
     // Unloads a modeless window that is still open; its unload gives the default answer.
     virtual void unload() = 0;
     // frmPopup: shows a borderless notice until hidePopup.

@@ -56,11 +56,11 @@ void MsgBoxOT(const QString &text, int type, const QString &title, double timeou
     if (text.trimmed().isEmpty())
         return;
 
-    platform::MessageSpec spec;
-    spec.text = ShownMessageText(text);
-    spec.title = title;
-    spec.type = type;
-    spec.align = g_msgAlign;
+    platform::MessageSpec request;
+    request.text = ShownMessageText(text);
+    request.title = title;
+    request.type = type;
+    request.align = g_msgAlign;
     g_msgAlign = 2;
 
     platform::MessageWindow *window = platform::services().messages;
@@ -68,17 +68,17 @@ void MsgBoxOT(const QString &text, int type, const QString &title, double timeou
         return;
 
     if (timeout <= 0) {
-        spec.timeout = 0;
-        const int answer = window->showModal(spec);
+        request.timeout = 0;
+        const int answer = window->showModal(request);
         if (state.MsgResult == MsgNone)
             state.MsgResult = answer;
         return;
     }
 
-    spec.timeout = timeout;
+    request.timeout = timeout;
     const double start = SecondsSinceMidnight();
     const double deadline = start + timeout + 1;
-    window->showModeless(spec);
+    window->showModeless(request);
     while (state.MsgResult == MsgNone) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, kWaitSliceMs);
         if (state.MsgResult != MsgNone)

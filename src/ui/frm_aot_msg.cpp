@@ -30,13 +30,13 @@ Qt::Alignment alignmentOf(int align)
 }
 } // namespace
 
-frmAOTMsg::frmAOTMsg(const platform::MessageSpec &spec, QWidget *parent)
+frmAOTMsg::frmAOTMsg(const platform::MessageSpec &request, QWidget *parent)
     : QDialog(parent, Qt::Dialog | Qt::WindowStaysOnTopHint | Qt::WindowTitleHint | Qt::CustomizeWindowHint)
-    , m_type(spec.type)
+    , m_type(request.type)
 {
     setObjectName(QStringLiteral("frmAOTMsg"));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(spec.title);
+    setWindowTitle(request.title);
 
     lblPopup = new QLabel(this);
     lblPopup->setObjectName(QStringLiteral("lblPopup"));
@@ -80,19 +80,19 @@ frmAOTMsg::frmAOTMsg(const platform::MessageSpec &spec, QWidget *parent)
     layout->addLayout(buttons);
 
     // Form_Load
-    m_counter = static_cast<int>(spec.timeout);
-    lblPopup->setAlignment(alignmentOf(spec.align));
+    m_counter = static_cast<int>(request.timeout);
+    lblPopup->setAlignment(alignmentOf(request.align));
     shell::SetMsgResult(shell::MsgNone);
-    cmdOk->setVisible(spec.type == 0);
-    cmdYes->setVisible(spec.type != 0);
-    cmdNo->setVisible(spec.type != 0);
-    cmdCancel->setVisible(spec.type == 2);
-    (spec.type == 0 ? cmdOk : cmdYes)->setDefault(true);
-    QString text = spec.text;
+    cmdOk->setVisible(request.type == 0);
+    cmdYes->setVisible(request.type != 0);
+    cmdNo->setVisible(request.type != 0);
+    cmdCancel->setVisible(request.type == 2);
+    (request.type == 0 ? cmdOk : cmdYes)->setDefault(true);
+    QString text = request.text;
     while (text.endsWith(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r')))
         text.chop(1);  // the trailing break only makes room in the measure
     lblPopup->setText(text);
-    applyLayout(spec);
+    applyLayout(request);
     if (m_counter >= 1) {
         lbCountDown->setText(QString::number(m_counter));
         Shape1->setVisible(m_counter < 100);
@@ -102,7 +102,7 @@ frmAOTMsg::frmAOTMsg(const platform::MessageSpec &spec, QWidget *parent)
     }
 }
 
-void frmAOTMsg::applyLayout(const platform::MessageSpec &spec)
+void frmAOTMsg::applyLayout(const platform::MessageSpec &request)
 {
     QFont font = lblPopup->font();
     font.setPointSize(kLabelPointSize);
@@ -110,7 +110,7 @@ void frmAOTMsg::applyLayout(const platform::MessageSpec &spec)
     int labelWidth = kLabelBaseWidth;
     auto lineCount = [&] {
         const QFontMetrics metrics(lblPopup->font());
-        return shell::GetNumLines(spec.text, labelWidth,
+        return shell::GetNumLines(request.text, labelWidth,
                                   [&](const QString &s) { return metrics.horizontalAdvance(s); }) + 1;
     };
     switch (shell::ChooseMessageLayout(shell::kMsgWideWindow, lineCount())) {
@@ -178,19 +178,19 @@ MessageWindows::~MessageWindows()
     delete m_popup.data();
 }
 
-int MessageWindows::showModal(const platform::MessageSpec &spec)
+int MessageWindows::showModal(const platform::MessageSpec &request)
 {
-    auto *window = new frmAOTMsg(spec);
+    auto *window = new frmAOTMsg(request);
     window->setAttribute(Qt::WA_DeleteOnClose, false);
     window->exec();
     delete window;
     return 0;  // the window has set the answer
 }
 
-void MessageWindows::showModeless(const platform::MessageSpec &spec)
+void MessageWindows::showModeless(const platform::MessageSpec &request)
 {
     unload();
-    m_open = new frmAOTMsg(spec);
+    m_open = new frmAOTMsg(request);
     m_open->show();
     m_open->raise();
     m_open->activateWindow();

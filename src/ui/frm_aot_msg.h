@@ -15,7 +15,7 @@ namespace ui {
 class frmAOTMsg : public QDialog {
     Q_OBJECT
 public:
-    explicit frmAOTMsg(const platform::MessageSpec &spec, QWidget *parent = nullptr);
+    explicit frmAOTMsg(const platform::MessageSpec &request, QWidget *parent = nullptr);
     int counter() const { return m_counter; }
     QLabel *lblPopup = nullptr;
     QLabel *lbCountDown = nullptr;
@@ -33,7 +33,7 @@ protected:
 private:
     void answer(int result);
     void Timer1_Timer();
-    void applyLayout(const platform::MessageSpec &spec);
+    void applyLayout(const platform::MessageSpec &request);
     int m_type = 0;
     int m_counter = 0;
     bool m_answered = false;
@@ -43,8 +43,8 @@ private:
 class MessageWindows : public platform::MessageWindow {
 public:
     ~MessageWindows() override;
-    int showModal(const platform::MessageSpec &spec) override;
-    void showModeless(const platform::MessageSpec &spec) override;
+    int showModal(const platform::MessageSpec &request) override;
+    void showModeless(const platform::MessageSpec &request) override;
     void unload() override;
     void showPopup(const QString &text) override;
     void hidePopup() override;

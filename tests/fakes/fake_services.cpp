@@ -13,18 +13,18 @@ int FakeMessageWindow::nextAnswer(int type)
     return a;
 }
 
-int FakeMessageWindow::showModal(const platform::MessageSpec &spec)
+int FakeMessageWindow::showModal(const platform::MessageSpec &request)
 {
-    shown << spec;
-    return nextAnswer(spec.type);
+    shown << request;
+    return nextAnswer(request.type);
 }
 
-void FakeMessageWindow::showModeless(const platform::MessageSpec &spec)
+void FakeMessageWindow::showModeless(const platform::MessageSpec &request)
 {
-    shown << spec;
-    m_openType = spec.type;
+    shown << request;
+    m_openType = request.type;
     if (!answers.empty())
-        shell::SetMsgResult(nextAnswer(spec.type));
+        shell::SetMsgResult(nextAnswer(request.type));
 }
 
 void FakeMessageWindow::unload()

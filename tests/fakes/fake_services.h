@@ -20,8 +20,8 @@ public:
     bool popupVisible = false;
     int unloads = 0;
 
-    int showModal(const platform::MessageSpec &spec) override;
-    void showModeless(const platform::MessageSpec &spec) override;
+    int showModal(const platform::MessageSpec &request) override;
+    void showModeless(const platform::MessageSpec &request) override;
     void unload() override;
     void showPopup(const QString &text) override;
     void hidePopup() override;

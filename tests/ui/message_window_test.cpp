@@ -52,10 +52,10 @@ TEST_F(RealMessages, ButtonsFollowTheType)
     const struct { int type; bool ok, yes, no, cancel; } rows[] = {
         {0, true, false, false, false}, {1, false, true, true, false}, {2, false, true, true, true}};
     for (const auto &row : rows) {
-        platform::MessageSpec spec;
-        spec.text = QStringLiteral("Question\r\n");
-        spec.type = row.type;
-        ui::frmAOTMsg window(spec);
+        platform::MessageSpec request;
+        request.text = QStringLiteral("Question\r\n");
+        request.type = row.type;
+        ui::frmAOTMsg window(request);
         window.show();
         EXPECT_EQ(window.cmdOk->isVisible(), row.ok) << row.type;
         EXPECT_EQ(window.cmdYes->isVisible(), row.yes) << row.type;
@@ -96,12 +96,12 @@ TEST_F(RealMessages, TimedMessageCountsDownAndAnswersNo)
 
 TEST_F(RealMessages, LongTextShowsEveryLine)
 {
-    platform::MessageSpec spec;
+    platform::MessageSpec request;
     QString text;
     for (int i = 0; i < 40; ++i)
         text += QStringLiteral("Line %1 of a long report\r\n").arg(i);
-    spec.text = shell::ShownMessageText(text);
-    ui::frmAOTMsg window(spec);
+    request.text = shell::ShownMessageText(text);
+    ui::frmAOTMsg window(request);
     window.show();
     QApplication::processEvents();
     const QLabel *label = window.lblPopup;

@@ -4,13 +4,13 @@
 
 namespace platform::headless {
 
-int HeadlessMessageWindow::nextAnswer(const MessageSpec &spec)
+int HeadlessMessageWindow::nextAnswer(const MessageSpec &request)
 {
-    shown << spec;
+    shown << request;
     if (echo) {
-        QString text = spec.text.trimmed();
+        QString text = request.text.trimmed();
         text.replace(QLatin1String("\r\n"), QLatin1String(" | "));
-        *echo << "MESSAGE " << spec.title << ": " << text << Qt::endl;
+        *echo << "MESSAGE " << request.title << ": " << text << Qt::endl;
     }
     if (answers.empty())
         return kDefaultAnswer;
@@ -19,12 +19,12 @@ int HeadlessMessageWindow::nextAnswer(const MessageSpec &spec)
     return answer;
 }
 
-int HeadlessMessageWindow::showModal(const MessageSpec &spec) { return nextAnswer(spec); }
+int HeadlessMessageWindow::showModal(const MessageSpec &request) { return nextAnswer(request); }
 
-void HeadlessMessageWindow::showModeless(const MessageSpec &spec)
+void HeadlessMessageWindow::showModeless(const MessageSpec &request)
 {
     m_modelessOpen = true;
-    shell::SetMsgResult(nextAnswer(spec));
+    shell::SetMsgResult(nextAnswer(request));
 }
 
 void HeadlessMessageWindow::unload()

@@ -17,14 +17,14 @@ public:
     QList<MessageSpec> shown;    // every message, in order
     QTextStream *echo = nullptr; // when set, each message is written here as one line
 
-    int showModal(const MessageSpec &spec) override;
-    void showModeless(const MessageSpec &spec) override;
+    int showModal(const MessageSpec &request) override;
+    void showModeless(const MessageSpec &request) override;
     void unload() override;
     void showPopup(const QString &text) override;
     void hidePopup() override {}
 
 private:
-    int nextAnswer(const MessageSpec &spec);
+    int nextAnswer(const MessageSpec &request);
     bool m_modelessOpen = false;
 };
 
