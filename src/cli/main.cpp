@@ -1,5 +1,6 @@
 // sonamark-cli: runs macros of a Hotkeys file without a display.
 #include "cli/run_command.h"
+#include "cli/speech_commands.h"
 
 #include <QCoreApplication>
 #include <cstdio>
@@ -9,7 +10,9 @@ int main(int argc, char **argv)
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const int status = cli::RunCli(app.arguments().mid(1), out, err);
+    const QStringList args = app.arguments().mid(1);
+    const int status = cli::IsSpeechCommand(args) ? cli::RunSpeechCommand(args, out, err)
+                                                  : cli::RunCli(args, out, err);
     out.flush();
     err.flush();
     return status;

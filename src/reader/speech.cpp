@@ -11,7 +11,7 @@
 #include <QLoggingCategory>
 #include <stdexcept>
 
-Q_LOGGING_CATEGORY(lcSpeech, "sonamark.speech", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcReaderSpeech, "sonamark.speech", QtWarningMsg)
 
 namespace reader {
 
@@ -44,7 +44,7 @@ void IgnoringFailure(F &&call)
     try {
         call();
     } catch (const std::exception &e) {
-        qCDebug(lcSpeech) << "engine call failed:" << e.what();
+        qCDebug(lcReaderSpeech) << "engine call failed:" << e.what();
     }
 }
 

@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <cmath>
 
-Q_LOGGING_CATEGORY(lcEngine, "sonamark.speech.engine", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcEspeakEngine, "sonamark.speech.engine", QtWarningMsg)
 
 namespace platform::espeak {
 
@@ -160,7 +160,7 @@ void EspeakEngine::tick()
     while (!m_words.isEmpty() && m_words.first().sample <= played) {
         const PendingWord w = m_words.takeFirst();
         m_wordPosition = w.position;
-        qCDebug(lcEngine) << "word" << w.position << w.length << "at sample" << w.sample;
+        qCDebug(lcEspeakEngine) << "word" << w.position << w.length << "at sample" << w.sample;
         if (onWord)
             onWord(w.position, w.length);
         if (m_currentId != id)

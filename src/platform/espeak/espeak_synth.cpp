@@ -4,7 +4,7 @@
 #include <QLoggingCategory>
 #include <espeak-ng/speak_lib.h>
 
-Q_LOGGING_CATEGORY(lcSynth, "sonamark.speech.espeak", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcEspeakSynth, "sonamark.speech.espeak", QtWarningMsg)
 
 namespace platform::espeak {
 
@@ -43,7 +43,7 @@ SynthThread::SynthThread(ChunkSink sink) : m_sink(std::move(sink))
         espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, kChunkMs, nullptr, espeakINITIALIZE_DONT_EXIT);
     m_sampleRate = sampleRate;
     if (m_sampleRate <= 0) {
-        qCWarning(lcSynth) << "espeak-ng did not start";
+        qCWarning(lcEspeakSynth) << "espeak-ng did not start";
         m_sampleRate = 0;
         return;
     }
@@ -143,7 +143,7 @@ void SynthThread::run()
         const espeak_ERROR err = espeak_Synth(utf8.constData(), size_t(utf8.size()) + 1, 0, POS_CHARACTER, 0,
                                               espeakCHARS_UTF8 | espeakSSML, nullptr, nullptr);
         if (err != EE_OK)
-            qCWarning(lcSynth) << "synthesis failed:" << err;
+            qCWarning(lcEspeakSynth) << "synthesis failed:" << err;
         t_running = nullptr;
         SynthChunk end;
         end.id = job.id;

@@ -5,7 +5,7 @@
 #include <QLoggingCategory>
 #include <QMediaDevices>
 
-Q_LOGGING_CATEGORY(lcPlayer, "sonamark.speech.audio", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcEspeakPlayer, "sonamark.speech.audio", QtWarningMsg)
 
 namespace platform::espeak {
 
@@ -68,7 +68,7 @@ PcmPlayer::PcmPlayer(int sampleRate, QObject *parent) : QObject(parent), m_sampl
     const QAudioDevice device = QMediaDevices::defaultAudioOutput();
     m_silent = device.isNull() || !device.isFormatSupported(m_format);
     if (m_silent)
-        qCWarning(lcPlayer) << "no audio output device: speech runs silently";
+        qCWarning(lcEspeakPlayer) << "no audio output device: speech runs silently";
     else
         m_sink = std::make_unique<QAudioSink>(device, m_format);
     m_feed.open(QIODevice::ReadOnly);
@@ -118,7 +118,7 @@ void PcmPlayer::startSink()
     m_sink->setBufferSize(m_sampleRate * kBytesPerSample * kSinkBufferMs / 1000);
     m_sink->start(&m_feed);
     if (m_sink->error() != QAudio::NoError) {
-        qCWarning(lcPlayer) << "audio output failed to start: speech runs silently";
+        qCWarning(lcEspeakPlayer) << "audio output failed to start: speech runs silently";
         m_sink.reset();
         m_silent = true;
     }
