@@ -29,11 +29,17 @@ qsizetype nextConnector(const QString &up, qsizetype from, qsizetype &length)
     return o;
 }
 
-// Term i of the condition, blanks removed, cut at its connectors.
-QString term(const QString &condition, int i)
+// The condition with blanks removed, as the terms are cut from it.
+QString normalised(const QString &condition)
 {
     QString text = condition;
     RemoveSpaces(text);
+    return text;
+}
+
+// Term i of a text already passed through RemoveSpaces, cut at its connectors.
+QString termOf(const QString &text, int i)
+{
     qsizetype from = 0;
     qsizetype length = 0;
     for (int n = 1; n < i; ++n) {
@@ -66,9 +72,12 @@ int GetNumANDORs(const QString &condition, QList<int> &connectors)
     return static_cast<int>(connectors.size());
 }
 
-QString GetLeadVar(const QString &condition, int i)
+namespace {
+
+// The parts of one term: the text before its first compare character, its operator and
+// the text after its last compare character.
+QString leadOf(const QString &t)
 {
-    const QString t = term(condition, i);
     for (const QChar op : {QLatin1Char('<'), QLatin1Char('>'), QLatin1Char('=')}) {
         const qsizetype at = t.indexOf(op);
         if (at >= 0)
@@ -77,23 +86,29 @@ QString GetLeadVar(const QString &condition, int i)
     return t;
 }
 
-QString GetOperator(const QString &condition, int i)
+QString operatorOf(const QString &t)
 {
-    const QString t = term(condition, i);
     for (const char *op : {"<=", "<>", "<", ">=", ">", "="})
         if (t.contains(QLatin1String(op)))
             return QString::fromLatin1(op);
     return {};
 }
 
-QString GetTrailVar(const QString &condition, int i)
+QString trailOf(const QString &t)
 {
-    const QString t = term(condition, i);
     for (qsizetype at = t.size() - 1; at >= 0; --at)
         if (isCompareChar(t.at(at)))
             return t.mid(at + 1);
     return {};
 }
+
+} // namespace
+
+QString GetLeadVar(const QString &condition, int i) { return leadOf(termOf(normalised(condition), i)); }
+
+QString GetOperator(const QString &condition, int i) { return operatorOf(termOf(normalised(condition), i)); }
+
+QString GetTrailVar(const QString &condition, int i) { return trailOf(termOf(normalised(condition), i)); }
 
 QString ParseParam(const QString &condition, QList<int> &connectors, QStringList &leftSides,
                    QStringList &operators, QStringList &rightSides, int &count, int flag)
@@ -107,19 +122,36 @@ QString ParseParam(const QString &condition, QList<int> &connectors, QStringList
     if (count > kMaxTerms)
         throw std::length_error("more condition terms than the check can hold");
     const bool sequence = IsSequence(condition);
+    // Terms are cut in order from one blank-free copy: each starts after the connector
+    // that ends the one before; once the connectors run out, the later terms are empty.
+    const QString text = normalised(condition);
+    qsizetype from = 0;
+    bool exhausted = false;
     for (int i = 1; i <= count; ++i) {
-        const QString lead = GetLeadVar(condition, i);
+        QString t;
+        if (!exhausted) {
+            qsizetype length = 0;
+            const qsizetype end = nextConnector(text, from, length);
+            if (end < 0) {
+                t = text.mid(from);
+                exhausted = true;
+            } else {
+                t = text.mid(from, end - from);
+                from = end + length;
+            }
+        }
+        const QString lead = leadOf(t);
         leftSides << lead;
         if (Val1(lead) == 0 && lead != kLiteralPlaceholder) {
             const QString msg = AllLetters(lead, QString());
             if (!msg.isEmpty())
                 return msg;
         }
-        const QString op = GetOperator(condition, i);
+        const QString op = operatorOf(t);
         operators << op;
         if (op.trimmed().isEmpty())
             return QStringLiteral("Missing operator");
-        const QString trail = GetTrailVar(condition, i);
+        const QString trail = trailOf(t);
         rightSides << trail;
         if (Val1(trail) == 0 && flag == 1 && !sequence && trail != kLiteralPlaceholder
             && trail != kEmptyPlaceholder) {

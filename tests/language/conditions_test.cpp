@@ -264,6 +264,48 @@ TEST(ConditionSplit, Messages)
     }
 }
 
+TEST(ConditionSplit, ParseParamSidesMatchTheTermGetters)
+{
+    const char *const conds[] = {
+        "A = 1 or B >= 22",
+        "S>5 AND N<>3",
+        "a=\"x and y\" AND b<=2",
+        "A=<5 OR B=>6 and C<7",
+        "A=1 AND  B=2 OR C",
+        "X = MID(s 1 2) AND y = 1",
+        "N<100000000",
+        "J=1,2",
+        "A=\"p q\" OR B>\"r\"",
+    };
+    for (const char *c : conds) {
+        const QString cond = QString::fromLatin1(c);
+        QList<int> connectors;
+        QStringList lefts, ops, rights;
+        int count = 0;
+        ParseParam(cond, connectors, lefts, ops, rights, count, 0);
+        // A message stops the split early, so the lists may end before count.
+        ASSERT_LE(lefts.size(), count) << c;
+        for (int i = 1; i <= lefts.size(); ++i)
+            EXPECT_EQ(lefts.at(i - 1), GetLeadVar(cond, i)) << c << " term " << i;
+        for (int i = 1; i <= ops.size(); ++i)
+            EXPECT_EQ(ops.at(i - 1), GetOperator(cond, i)) << c << " term " << i;
+        for (int i = 1; i <= rights.size(); ++i)
+            EXPECT_EQ(rights.at(i - 1), GetTrailVar(cond, i)) << c << " term " << i;
+    }
+    QList<int> connectors;
+    QStringList lefts, ops, rights;
+    int count = 0;
+    EXPECT_EQ(ParseParam(QStringLiteral("a = \"x and y\" AND b<=2"), connectors, lefts, ops, rights, count, 0),
+              QStringLiteral("Only letters allowed in variable name"));
+    EXPECT_EQ(count, 3);
+    EXPECT_EQ(lefts, (QStringList{QStringLiteral("A"), QStringLiteral("y\"")}));
+    EXPECT_EQ(rights, (QStringList{QStringLiteral("\"x")}));
+    EXPECT_EQ(ParseParam(QStringLiteral("A=1 AND  B=2 OR C"), connectors, lefts, ops, rights, count, 0),
+              QStringLiteral("Missing operator"));
+    EXPECT_EQ(lefts, (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")}));
+    EXPECT_EQ(rights, (QStringList{QStringLiteral("1"), QStringLiteral("2")}));
+}
+
 TEST(ConditionSplit, TooManyConnectorsGiveNoConditionParameters)
 {
     QString cond = QStringLiteral("A=1");
