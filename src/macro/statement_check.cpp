@@ -84,6 +84,8 @@ struct NameRule {
 
 QString checkName(const QString &up, const NameRule &rule)
 {
+    if (!up.contains(QLatin1String(rule.word)))
+        return {};
     const QString word = QLatin1String(rule.word);
     for (int at = findWord(up, word, 1); at > 0; at = findWord(up, word, at + 1)) {
         const QChar before = CharAt(up, at - 1);
@@ -537,6 +539,11 @@ QString GoodSpecial(const QString &text)
         {"DATE", kStringBefore, kStringAfter, "Illegal format in DATE variable", "Missing operator (&) for DATE variable",
          nullptr},
     };
+    // Every check below needs its name or a call's "(" in the text: "TIME" is part of
+    // TIMER and TIMEOUT.
+    if (!up.contains(QLatin1Char('(')) && !up.contains(QLatin1String("TIME")) && !up.contains(QLatin1String("DATE"))
+        && !up.contains(QLatin1String("PATH")) && !up.contains(QLatin1String("SONAMARKTEXT")))
+        return {};
     QString message = checkSTR(up);
     for (const NameRule &rule : kNames) {
         if (!message.isEmpty())

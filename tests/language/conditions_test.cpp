@@ -5,6 +5,7 @@
 #include "macro/commands.h"
 #include "macro/conditions.h"
 #include "macro/macro_text.h"
+#include "macro/statement_check.h"
 
 using namespace macro;
 using langtest::LanguageTest;
@@ -304,6 +305,37 @@ TEST(ConditionSplit, ParseParamSidesMatchTheTermGetters)
               QStringLiteral("Missing operator"));
     EXPECT_EQ(lefts, (QStringList{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")}));
     EXPECT_EQ(rights, (QStringList{QStringLiteral("1"), QStringLiteral("2")}));
+}
+
+TEST(SpecialNames, EachFormGivesItsMessage)
+{
+    struct Row {
+        const char *text;
+        const char *message;
+    };
+    const Row rows[] = {
+        {"N<100000000", ""},
+        {"S>5 AND N<>3", ""},
+        {"X&TIMER", "Cannot mix the TIMER variable with strings"},
+        {"X+TIMER", ""},
+        {"1TIMEOUT", "Missing operator for TIMEOUT variable"},
+        {"A=PATH", ""},
+        {"APATH", ""},
+        {"PATH1", "Missing operator (&) for PATH variable"},
+        {"PATH+1", "Missing operator (&) for PATH variable"},
+        {"DATE*2", "Missing operator (&) for DATE variable"},
+        {"TIME-1", "Missing operator (&) for TIME variable"},
+        {"SONAMARKTEXT/2", "Missing operator (&) for SONAMARKTEXT variable"},
+        {"X=STR(N)", ""},
+        {"X+STR(N)", "Illegal format for STR()"},
+        {"X=STR(N", "Missing closing parenthesis in STR()"},
+        {"LEN(S)&X", ""},
+        {"X=UCASE(1)", "Illegal format for UCASE()"},
+        {"X=MID(S 1)", "Missing 3rd variable in MID()"},
+        {"X=MID(S 1 2)", ""},
+    };
+    for (const Row &r : rows)
+        EXPECT_EQ(GoodSpecial(QString::fromLatin1(r.text)).toStdString(), std::string(r.message)) << r.text;
 }
 
 TEST(ConditionSplit, TooManyConnectorsGiveNoConditionParameters)
