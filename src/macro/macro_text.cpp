@@ -17,16 +17,43 @@ bool startsWithMidCall(const QString &text, qsizetype i)
     return i + 4 <= text.size() && text.mid(i, 4).compare(QLatin1String("MID("), Qt::CaseInsensitive) == 0;
 }
 
+bool allAscii(const QString &text)
+{
+    for (const QChar c : text)
+        if (c.unicode() >= 0x80)
+            return false;
+    return true;
+}
+
+// QString::toUpper for a text of ASCII characters and space markers: only a-z change.
+QString asciiUpper(const QString &text)
+{
+    QString up = text;
+    for (qsizetype i = 0; i < up.size(); ++i) {
+        const char16_t u = up.at(i).unicode();
+        if (u >= u'a' && u <= u'z')
+            up[i] = QChar(char16_t(u - 0x20));
+    }
+    return up;
+}
+
 // Steps shared by RemoveSpaces and RemoveSpaces2.
 void removeSpaces(QString &text, bool upper)
 {
-    const bool hasMid = text.toUpper().contains(QLatin1String("MID("));
-    if (hasMid)
+    // An ASCII text keeps one upper-case copy in step with the text instead of
+    // upper-casing it again for every look; other texts take QString::toUpper each time.
+    const bool ascii = allAscii(text);
+    QString up = ascii ? asciiUpper(text) : text.toUpper();
+    const bool hasMid = up.contains(QLatin1String("MID("));
+    if (hasMid) {
         MIDCommas4Spaces(text);
+        up = ascii ? asciiUpper(text) : QString();
+    }
 
     // Protect the blanks around AND and OR with markers; quotes are not looked at here.
     for (;;) {
-        const QString up = text.toUpper();
+        if (!ascii)
+            up = text.toUpper();
         qsizetype at = up.indexOf(QLatin1String(" AND "));
         qsizetype width = 5;
         if (at < 0) {
@@ -35,8 +62,11 @@ void removeSpaces(QString &text, bool upper)
         }
         if (at < 0)
             break;
-        const QString word = upper ? up.mid(at + 1, width - 2) : text.mid(at + 1, width - 2);
+        const QString upWord = up.mid(at + 1, width - 2);
+        const QString word = upper ? upWord : text.mid(at + 1, width - 2);
         text.replace(at, width, kSpaceMarker + word + kSpaceMarker);
+        if (ascii)
+            up.replace(at, width, kSpaceMarker + upWord + kSpaceMarker);
     }
 
     QString out;
