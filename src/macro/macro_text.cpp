@@ -69,18 +69,24 @@ void removeSpaces(QString &text, bool upper)
             up.replace(at, width, kSpaceMarker + upWord + kSpaceMarker);
     }
 
-    QString out;
-    out.reserve(text.size());
+    // Every marker in the result, including one that upper-casing made, becomes a blank.
+    QString out(text.size(), Qt::Uninitialized);
+    QChar *o = out.data();
+    qsizetype n = 0;
     bool inQuotes = false;  // BetweenQuotes of the current position
     for (const QChar c : std::as_const(text)) {
-        if (inQuotes)
-            out += c;
-        else if (c != kBlank)
-            out += upper ? c.toUpper() : c;
+        if (inQuotes || c != kBlank) {
+            QChar e = c;
+            if (!inQuotes && upper) {
+                const char16_t u = c.unicode();
+                e = !ascii ? c.toUpper() : u >= u'a' && u <= u'z' ? QChar(char16_t(u - 0x20)) : c;
+            }
+            o[n++] = e == kSpaceMarker ? kBlank : e;
+        }
         if (c == kQuote)
             inQuotes = !inQuotes;
     }
-    out.replace(kSpaceMarker, kBlank);
+    out.truncate(n);
     text = out;
 
     if (hasMid)

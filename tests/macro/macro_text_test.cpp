@@ -38,6 +38,7 @@ TEST(RemoveSpaces, ConnectorsCaseAndNonAsciiText)
         {u"stra\u00dfe = 1 and b = 2", u"STRA\u00dfE=1 AND =2", u"stra\u00dfe=1 nd =2"},
         {u"\u00e9t\u00e9 = \"a b\" or c = 1", u"\u00c9T\u00c9=\"a b\" OR C=1", u"\u00e9t\u00e9=\"a b\" or c=1"},
         {u"a\u00c8b = 1 and c = 2", u"A B=1 AND C=2", u"a b=1 and c=2"},
+        {u"a\u00e8b = \"\u00e8\"", u"A B=\"\u00e8\"", u"a\u00e8b=\"\u00e8\""},
     };
     for (const Row &r : rows) {
         const QString text = QString::fromUtf16(r.text);
