@@ -16,6 +16,8 @@ pick_display() {
 pids=()
 cleanup() {
   for p in "${pids[@]}"; do kill "$p" 2>/dev/null; done
+  sleep 0.3
+  for p in "${pids[@]}"; do kill -9 "$p" 2>/dev/null; done
   [ -n "${PULSE_STARTED:-}" ] && pulseaudio --kill 2>/dev/null
   [ -n "${fbdir:-}" ] && rm -rf "$fbdir"
   wait 2>/dev/null

@@ -11,6 +11,7 @@
 #include "shell/quit.h"
 #include "shell/settings.h"
 #include "shell/startup.h"
+#include "ui/speech_panel.h"
 #include "ui/subsystem_calls.h"
 
 #include <QApplication>
@@ -90,6 +91,8 @@ void frmSonamark::buildControls()
 
     sbStatusPanel1 = new QLabel(this);
     sbStatusPanel2 = new QLabel(this);
+    speechPanel = new SpeechPanel(this, txtSpeech, sbStatusPanel2);
+    layout->insertWidget(1, speechPanel);
     sbStatusPanel3 = new QLabel(QLocale().toString(QDate::currentDate(), QLocale::ShortFormat), this);
     statusBar()->addWidget(sbStatusPanel1, 1);
     statusBar()->addPermanentWidget(sbStatusPanel2);
@@ -148,9 +151,9 @@ void frmSonamark::buildMenus()
     // The tray menu; never on the bar.
     mnuPopUp = new QMenu(this);
     mnuPopUp->setObjectName(QStringLiteral("mnuPopUp"));
-    later(mnuPopUp, QStringLiteral("Talk"));
-    later(mnuPopUp, QStringLiteral("Pause"));
-    later(mnuPopUp, QStringLiteral("Stop"));
+    mnuTalk = later(mnuPopUp, QStringLiteral("Talk"));
+    mnuPause = later(mnuPopUp, QStringLiteral("Pause"));
+    mnuStop = later(mnuPopUp, QStringLiteral("Stop"));
     mnuPUSpellCheck = later(mnuPopUp, QStringLiteral("Spell Check"));
     QMenu *options = mnuPopUp->addMenu(QStringLiteral("Options"));
     connect(options->addAction(QStringLiteral("Sonamark")), &QAction::triggered, this, [this] {
@@ -270,6 +273,7 @@ void frmSonamark::closeEvent(QCloseEvent *event)
     RunTimer->stop();
     m_tray->deleteIcon();
     UnhookKeyboard();
+    ReleaseSpeechObject();
     shell::RemoveLockFile(shell::app().AppFolder);
     event->accept();
     QApplication::quit();

@@ -16,6 +16,8 @@ class TrayIcon;
 
 namespace ui {
 
+class SpeechPanel;
+
 class frmSonamark : public QMainWindow {
     Q_OBJECT
 public:
@@ -34,10 +36,14 @@ public:
     QLabel *sbStatusPanel1 = nullptr;
     QLabel *sbStatusPanel2 = nullptr;
     QLabel *sbStatusPanel3 = nullptr;
+    SpeechPanel *speechPanel = nullptr;  // List1, sliders, Talk, Pause, Stop, Timer2
     QTimer *Timer3 = nullptr;   // collects the clipboard each second
     QTimer *RunTimer = nullptr; // one-shot start of a pending macro
 
     QMenu *mnuPopUp = nullptr;
+    QAction *mnuTalk = nullptr;
+    QAction *mnuPause = nullptr;
+    QAction *mnuStop = nullptr;
     QMenu *mnuHotkeys = nullptr;
     QAction *mnuSpellCheck = nullptr;
     QAction *mnuPUSpellCheck = nullptr;

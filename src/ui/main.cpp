@@ -1,4 +1,5 @@
 // sonamark: the resident program.
+#include "platform/espeak/espeak_engine.h"
 #include "platform/linux/proc_processes.h"
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_desktop.h"
@@ -33,7 +34,9 @@ int main(int argc, char **argv)
     ui::MessageWindows messages;
     ui::ErrorWindows errors;
     ui::TextWindows textWindow;
+    platform::espeak::EspeakEngine speech;
     platform::Services services;
+    services.speech = &speech;
     services.processes = &processes;
     services.clipboard = &clipboard;
     services.desktop = &desktop;

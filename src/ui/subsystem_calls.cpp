@@ -8,15 +8,30 @@
 #include "hotkeys/hotkeys_table.h"
 #include "macro/commands.h"
 #include "macro/nonprint.h"
+#include "platform/services.h"
+#include "reader/speech.h"
 #include "shell/failure_report.h"
 #include "shell/settings.h"
 #include "ui/frm_sonamark.h"
+#include "ui/speech_panel.h"
 
 namespace ui {
 
 bool MonitoringClipboard() { return false; }
 
-void CreateSpeechObject(frmSonamark *) {}
+void CreateSpeechObject(frmSonamark *window)
+{
+    if (!platform::services().speech)
+        return;  // no speech engine: Talk stays disabled
+    window->speechPanel->connectTrayEntries(window->mnuTalk, window->mnuPause, window->mnuStop);
+    shell::Guarded("(Form) frmSonamark::Sub Form_Load", [window] { reader::CreateSpeechObject(window->speechPanel); });
+}
+
+void ReleaseSpeechObject()
+{
+    if (platform::services().speech)
+        reader::ReleaseSpeechObject();
+}
 
 bool HookKeyboard() { return false; }
 

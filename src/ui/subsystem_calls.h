@@ -10,8 +10,9 @@ class frmSonamark;
 
 // Clipboard monitoring (Timer1) is on. Not built yet: always false.
 bool MonitoringClipboard();
-// Creates the speech object and fills the voice list. Not built yet.
+// Creates the speech object and fills the voice list (nothing without an engine).
 void CreateSpeechObject(frmSonamark *window);
+void ReleaseSpeechObject();
 // Global keyboard hook. Not built yet: false, so Form_Load reports that no global
 // hotkey is available.
 bool HookKeyboard();
