@@ -18,7 +18,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcCond, "sonamark.macro.cond", QtWarningMsg)
 
-constexpr QChar kQuote = QLatin1Char('"');
 constexpr QChar kEquals = QLatin1Char('=');
 constexpr QChar kLess = QLatin1Char('<');
 constexpr QChar kGreater = QLatin1Char('>');

@@ -13,11 +13,9 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcExpr, "sonamark.macro.expr", QtWarningMsg)
 
-constexpr QChar kQuote = QLatin1Char('"');
 constexpr QChar kAmpersand = QLatin1Char('&');
 constexpr QChar kPlus = QLatin1Char('+');
 
-const QString kVarStatement = QStringLiteral(" for [VAR=Val] statement");
 
 // A "-" counts as an operator only when the character before it is not one.
 bool operatorAt(const QString &text, int i)

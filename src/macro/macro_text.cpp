@@ -8,7 +8,6 @@ namespace macro {
 
 namespace {
 
-constexpr QChar kQuote = QLatin1Char('"');
 constexpr QChar kBlank = QLatin1Char(' ');
 constexpr QChar kAmpersand = QLatin1Char('&');
 

@@ -20,6 +20,9 @@ inline constexpr QChar kGreaterEqualMarker = QChar(0xE8);  // è: ">=" or "=>"
 inline const QString kLiteralPlaceholder = QStringLiteral("ALITERAL");
 inline const QString kEmptyPlaceholder = QStringLiteral("AEMPTY");
 inline const QString kCrLf = QStringLiteral("\r\n");
+inline constexpr QChar kQuote = QLatin1Char('"');
+// The frame every [VAR=Val] message ends with.
+inline const QString kVarStatement = QStringLiteral(" for [VAR=Val] statement");
 
 // --- 1-based position helpers ------------------------------------------------------
 

@@ -12,7 +12,6 @@ namespace macro {
 
 namespace {
 
-constexpr QChar kQuote = QLatin1Char('"');
 
 // What a pass does at a hit.
 enum class Action { Str, Val, ReaderText, Path, Date, Time, Timer, Timeout, Mid, Ucase, LenInCondition };

@@ -11,13 +11,11 @@ namespace macro {
 
 namespace {
 
-const QString kVarStatement = QStringLiteral(" for [VAR=Val] statement");
 const QString kIfRow = QStringLiteral("[IF ");
 const QString kCancelIfRow = QStringLiteral("[CANCEL IF ");
 const QString kLoopRow = QStringLiteral("[LOOP ");
 
 constexpr QChar kBlank = QLatin1Char(' ');
-constexpr QChar kQuote = QLatin1Char('"');
 
 bool isPlaceholder(const QString &word) { return word == kLiteralPlaceholder || word == kEmptyPlaceholder; }
 

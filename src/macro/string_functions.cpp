@@ -10,7 +10,6 @@ namespace macro {
 
 namespace {
 
-constexpr QChar kQuote = QLatin1Char('"');
 constexpr QChar kBlank = QLatin1Char(' ');
 constexpr int kNameAndParen = 4;   // "STR(", "VAL(", "MID("
 constexpr int kUcaseAndParen = 6;  // "UCASE("
