@@ -31,8 +31,12 @@ for t in $(xdotool search --class trayer); do
   [ -n "$geo" ] && break
 done
 x=$(echo "$geo" | cut -d+ -f2); y=$(echo "$geo" | cut -d+ -f3)
+visible_windows() { xdotool search --onlyvisible --class sonamark 2>/dev/null | wc -l; }
+export -f visible_windows
+before=$(visible_windows)
 xdotool mousemove $((x + 8)) $((y + 8)) click 3
-sleep 1
+wait_for 10 bash -c "[ \$(visible_windows) -gt $before ]" \
+  || fail "the tray menu did not open"
 xdotool key Up Return
 answer "End Program" alt+y
 wait_for 10 bash -c "! kill -0 $first" || fail "program did not end after Yes"

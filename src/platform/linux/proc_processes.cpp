@@ -37,6 +37,28 @@ QString processName(const QString &pidDir)
     return {};
 }
 
+// The X display a process was started for ("" without one). Readable only for our own
+// processes, which are the only ones asked about.
+QByteArray displayOf(const QString &pidDir)
+{
+    QFile environ(pidDir + QStringLiteral("/environ"));
+    if (!environ.open(QIODevice::ReadOnly))
+        return {};
+    const QList<QByteArray> entries = environ.readAll().split('\0');
+    for (const QByteArray &entry : entries)
+        if (entry.startsWith("DISPLAY="))
+            return entry.mid(8);
+    return {};
+}
+
+// Belongs to this desktop session: the same user and the same X display.
+bool inOurSession(const QString &pidDir)
+{
+    if (QFileInfo(pidDir).ownerId() != ::getuid())
+        return false;
+    return displayOf(pidDir) == qgetenv("DISPLAY");
+}
+
 } // namespace
 
 QList<qint64> ProcProcesses::pidsNamed(const QString &name) const
@@ -49,7 +71,8 @@ QList<qint64> ProcProcesses::pidsNamed(const QString &name) const
         const qint64 pid = entry.toLongLong(&isPid);
         if (!isPid)
             continue;
-        if (processName(proc.filePath(entry)).compare(name, Qt::CaseInsensitive) == 0)
+        const QString pidDir = proc.filePath(entry);
+        if (processName(pidDir).compare(name, Qt::CaseInsensitive) == 0 && inOurSession(pidDir))
             pids.append(pid);
     }
     return pids;
