@@ -1,0 +1,635 @@
+#include "reader/rtf_reader.h"
+
+#include "reader/rtf_codepage.h"
+
+#include <QHash>
+#include <QLoggingCategory>
+#include <algorithm>
+#include <cctype>
+#include <climits>
+#include <optional>
+#include <vector>
+
+Q_LOGGING_CATEGORY(lcRtfReader, "sonamark.reader.rtf", QtWarningMsg)
+
+namespace reader {
+namespace {
+
+constexpr int kMaxControlWordLength = 32;  // longer words are cut (letters still consumed)
+constexpr int kMaxParameterDigits = 10;
+constexpr int kMaxUnicodeSkip = 16;        // a \ucN larger than this is taken as this
+
+// Where the text of the current group goes.
+enum class Destination {
+    Text,        // the document
+    Skip,        // nowhere: an ignored destination
+    FontTable,
+    ColorTable,
+    BulletText,  // {\pntext} or {\listtext}: the shown bullet, dropped, marks a bullet
+};
+
+struct GroupState {
+    Destination destination = Destination::Text;
+    int font = -1;          // \fN, -1 before any
+    int halfPoints = 0;     // \fsN, 0 when not given
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+    bool strike = false;
+    bool hidden = false;    // \v
+    int colorIndex = 0;     // \cfN, 0 is automatic
+    int unicodeSkip = 1;    // \ucN
+    ParagraphFormat paragraph;
+};
+
+struct FontEntry {
+    QString name;
+    int codePage = 0;       // 0: the document's page
+};
+
+// Destinations whose text is never shown, skipped even when they lack the \* mark.
+bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+int HexValue(char c)
+{
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+bool IsSkippedDestination(const QByteArray &word)
+{
+    static const QList<QByteArray> kSkipped = {
+        "stylesheet", "info", "pict", "object", "objdata", "objclass", "header", "headerl",
+        "headerr", "headerf", "footer", "footerl", "footerr", "footerf", "footnote",
+        "fldinst", "annotation", "atnauthor", "atnid", "atndate", "xe", "tc", "txe", "rxe",
+        "bkmkstart", "bkmkend", "filetbl", "revtbl", "rsidtbl", "listtable",
+        "listoverridetable", "themedata", "colorschememapping", "datastore", "latentstyles",
+        "generator", "mmathPr", "xmlnstbl", "pgdsctbl", "nonshppict", "shp", "shpinst",
+        "do", "template", "private", "userprops", "docvar", "listpicture", "fchars",
+        "lchars", "pnseclvl", "pntxta", "pntxtb", "ftnsep", "ftnsepc", "ftncn", "aftnsep",
+        "aftnsepc", "aftncn", "falt", "panose", "fontemb", "fontfile", "keywords",
+        "title", "subject", "author", "operator", "comment", "doccomm", "company",
+        "wgrffmtfilter", "pgptbl", "protusertbl", "ud", "upr", "sv", "sn"};
+    return kSkipped.contains(word);
+}
+
+class RtfParser {
+public:
+    explicit RtfParser(const QByteArray &bytes) : in_(bytes) {}
+
+    RichDocument run(QString *error);
+
+private:
+    // One token step at pos_; returns false once the document's outer group has closed.
+    bool step();
+    void openGroup();
+    bool closeGroup();
+    void controlWord(const QByteArray &word, std::optional<int> parameter);
+    void controlSymbol(char symbol);
+    void literalByte(char byte);
+    bool consumeSkippedUnit();
+    void skipBinary(int length);
+
+    void addByte(char byte);
+    void flushBytes();
+    void addText(const QString &text);
+    void endParagraph();
+    void commitFont();
+    void commitColor();
+    int codePage() const;
+    CharFormat charFormat() const;
+    GroupState &state() { return stack_.back(); }
+
+    const QByteArray &in_;
+    qsizetype pos_ = 0;
+    std::vector<GroupState> stack_;
+    int excessDepth_ = 0;           // groups opened past the depth limit, skipped
+    bool starred_ = false;          // a \* opened the current group's destination
+    bool groupStart_ = false;       // no token yet in the current group
+    int pendingSkip_ = 0;           // fallback units still to drop after a \uN
+
+    int documentCodePage_ = kRtfDefaultCodePage;
+    int defaultFont_ = 0;
+    QHash<int, FontEntry> fonts_;
+    int fontEntryNumber_ = -1;
+    FontEntry fontEntry_;
+    std::vector<std::optional<quint32>> colors_;
+    int red_ = 0, green_ = 0, blue_ = 0;
+    bool colorGiven_ = false;
+
+    QByteArray bytes_;              // text bytes not yet decoded
+    int bytesCodePage_ = 0;
+    Destination bytesDestination_ = Destination::Text;
+    CodePageDecoder decoder_;
+
+    RichDocument document_;
+    RichParagraph paragraph_;
+    bool paragraphBullet_ = false;  // a bullet text group was seen in this paragraph
+    bool paragraphTouched_ = false; // the unfinished paragraph holds text
+};
+
+RichDocument RtfParser::run(QString *error)
+{
+    // The caller checked the header: pos_ is at the first "{".
+    while (pos_ < in_.size() && in_[pos_] != '{')
+        ++pos_;
+    bool closed = false;
+    while (pos_ < in_.size()) {
+        if (!step()) {
+            closed = true;
+            break;
+        }
+    }
+    flushBytes();
+    if (!stack_.empty() && paragraphTouched_)
+        endParagraph();
+    if (error)
+        *error = closed ? QString() : QString::fromLatin1(kRtfTruncatedMessage);
+    if (!closed)
+        qCDebug(lcRtfReader) << "input ended inside" << stack_.size() << "groups";
+    return std::move(document_);
+}
+
+bool RtfParser::step()
+{
+    const char c = in_[pos_++];
+    if (c == '{') {
+        flushBytes();
+        openGroup();
+        return true;
+    }
+    if (c == '}') {
+        flushBytes();
+        return closeGroup();
+    }
+    // Inside a group past the depth limit only braces and \bin (whose data may hold
+    // braces) matter.
+    const bool skipping = excessDepth_ > 0;
+    if (c != '\\') {
+        if (!skipping)
+            literalByte(c);
+        return true;
+    }
+    if (pos_ >= in_.size())
+        return true;
+    const char next = in_[pos_];
+    if (!IsLetter(next)) {
+        ++pos_;
+        if (!skipping) {
+            controlSymbol(next);
+            if (next != '*')
+                groupStart_ = false;
+        }
+        return true;
+    }
+    QByteArray word;
+    while (pos_ < in_.size() && IsLetter(in_[pos_])) {
+        if (word.size() < kMaxControlWordLength)
+            word += in_[pos_];
+        ++pos_;
+    }
+    std::optional<int> parameter;
+    bool negative = false;
+    if (pos_ + 1 < in_.size() && in_[pos_] == '-' && IsDigit(in_[pos_ + 1])) {
+        negative = true;
+        ++pos_;
+    }
+    if (pos_ < in_.size() && IsDigit(in_[pos_])) {
+        qint64 value = 0;
+        int digits = 0;
+        while (pos_ < in_.size() && IsDigit(in_[pos_])) {
+            if (digits++ < kMaxParameterDigits)
+                value = value * 10 + (in_[pos_] - '0');
+            ++pos_;
+        }
+        value = std::clamp<qint64>(negative ? -value : value, INT_MIN, INT_MAX);
+        parameter = static_cast<int>(value);
+    }
+    if (pos_ < in_.size() && in_[pos_] == ' ')
+        ++pos_;
+    if (skipping) {
+        if (word == "bin")
+            skipBinary(parameter.value_or(0));
+        return true;
+    }
+    controlWord(word, parameter);
+    groupStart_ = false;
+    return true;
+}
+
+void RtfParser::skipBinary(int length)
+{
+    if (length > 0)
+        pos_ += std::min<qsizetype>(length, in_.size() - pos_);
+}
+
+void RtfParser::openGroup()
+{
+    pendingSkip_ = 0;
+    if (excessDepth_ > 0 || static_cast<int>(stack_.size()) >= kMaxRtfGroupDepth) {
+        ++excessDepth_;
+        return;
+    }
+    if (stack_.empty())
+        stack_.push_back(GroupState());
+    else
+        stack_.push_back(stack_.back());
+    starred_ = false;
+    groupStart_ = true;
+}
+
+bool RtfParser::closeGroup()
+{
+    pendingSkip_ = 0;
+    starred_ = false;
+    groupStart_ = false;
+    if (excessDepth_ > 0) {
+        --excessDepth_;
+        return true;
+    }
+    if (stack_.empty())
+        return false;
+    if (stack_.size() == 1 && paragraphTouched_)
+        endParagraph();  // text after the last \par
+    const Destination closing = stack_.back().destination;
+    stack_.pop_back();
+    if (closing == Destination::FontTable && fontEntryNumber_ >= 0 && !stack_.empty()
+        && stack_.back().destination != Destination::FontTable) {
+        commitFont();  // a last entry without its ";"
+    }
+    return !stack_.empty();
+}
+
+void RtfParser::commitFont()
+{
+    if (fontEntryNumber_ >= 0) {
+        fontEntry_.name = fontEntry_.name.trimmed();
+        fonts_.insert(fontEntryNumber_, fontEntry_);
+    }
+    fontEntryNumber_ = -1;
+    fontEntry_ = FontEntry();
+}
+
+void RtfParser::commitColor()
+{
+    if (colorGiven_)
+        colors_.push_back(quint32(std::clamp(red_, 0, 255) << 16 | std::clamp(green_, 0, 255) << 8
+                                  | std::clamp(blue_, 0, 255)));
+    else
+        colors_.push_back(std::nullopt);
+    red_ = green_ = blue_ = 0;
+    colorGiven_ = false;
+}
+
+int RtfParser::codePage() const
+{
+    if (stack_.back().destination == Destination::FontTable && fontEntry_.codePage)
+        return fontEntry_.codePage;
+    auto font = fonts_.constFind(stack_.back().font);
+    if (font != fonts_.constEnd() && font->codePage != 0)
+        return font->codePage;
+    return documentCodePage_;
+}
+
+CharFormat RtfParser::charFormat() const
+{
+    const GroupState &s = stack_.back();
+    CharFormat format;
+    auto font = fonts_.constFind(s.font >= 0 ? s.font : defaultFont_);
+    if (font != fonts_.constEnd())
+        format.family = font->name;
+    format.pointSize = s.halfPoints / 2.0;
+    format.bold = s.bold;
+    format.italic = s.italic;
+    format.underline = s.underline;
+    format.strike = s.strike;
+    if (s.colorIndex > 0 && static_cast<size_t>(s.colorIndex) < colors_.size())
+        format.color = colors_[s.colorIndex];
+    return format;
+}
+
+// Drops one fallback unit after \uN: returns true when the unit was dropped.
+bool RtfParser::consumeSkippedUnit()
+{
+    if (pendingSkip_ <= 0)
+        return false;
+    --pendingSkip_;
+    return true;
+}
+
+void RtfParser::addByte(char byte)
+{
+    const int page = codePage();
+    const Destination destination = state().destination;
+    if (!bytes_.isEmpty() && (page != bytesCodePage_ || destination != bytesDestination_))
+        flushBytes();
+    bytesCodePage_ = page;
+    bytesDestination_ = destination;
+    bytes_ += byte;
+}
+
+void RtfParser::flushBytes()
+{
+    if (bytes_.isEmpty())
+        return;
+    const QString text = decoder_.decode(bytesCodePage_, bytes_);
+    bytes_.clear();
+    addText(text);
+}
+
+void RtfParser::addText(const QString &text)
+{
+    if (stack_.empty())
+        return;
+    switch (state().destination) {
+    case Destination::Text:
+        if (state().hidden)
+            return;
+        paragraph_.append(text, charFormat());
+        paragraphTouched_ = true;
+        return;
+    case Destination::FontTable:
+        if (fontEntryNumber_ >= 0)
+            fontEntry_.name += text;
+        return;
+    default:
+        return;
+    }
+}
+
+void RtfParser::endParagraph()
+{
+    flushBytes();
+    // Lone surrogates (a broken \uN pair) would upset text layout further on.
+    for (TextRun &run : paragraph_.runs) {
+        for (qsizetype i = 0; i < run.text.size(); ++i) {
+            const QChar ch = run.text[i];
+            if (ch.isHighSurrogate() && i + 1 < run.text.size() && run.text[i + 1].isLowSurrogate())
+                ++i;
+            else if (ch.isSurrogate())
+                run.text[i] = QChar::ReplacementCharacter;
+        }
+    }
+    paragraph_.format = state().paragraph;
+    paragraph_.format.bullet = paragraph_.format.bullet || paragraphBullet_;
+    paragraph_.markFormat = charFormat();
+    document_.paragraphs.append(std::move(paragraph_));
+    paragraph_ = RichParagraph();
+    paragraphBullet_ = false;
+    paragraphTouched_ = false;
+}
+
+void RtfParser::literalByte(char byte)
+{
+    if (byte == '\r' || byte == '\n')
+        return;
+    if (consumeSkippedUnit())
+        return;
+    switch (state().destination) {
+    case Destination::Text:
+        if (byte == '\t')
+            addText(QStringLiteral("\t"));
+        else if (static_cast<unsigned char>(byte) >= 0x20)
+            addByte(byte);
+        return;
+    case Destination::FontTable:
+        if (byte == ';') {
+            flushBytes();
+            commitFont();
+        } else if (static_cast<unsigned char>(byte) >= 0x20) {
+            addByte(byte);
+        }
+        return;
+    case Destination::ColorTable:
+        if (byte == ';')
+            commitColor();
+        return;
+    default:
+        return;
+    }
+}
+
+void RtfParser::controlSymbol(char symbol)
+{
+    if (symbol == '\'') {
+        // \'hh: one byte in the current code page.
+        int value = 0;
+        int digits = 0;
+        while (digits < 2 && pos_ < in_.size() && HexValue(in_[pos_]) >= 0) {
+            value = value * 16 + HexValue(in_[pos_]);
+            ++pos_;
+            ++digits;
+        }
+        if (consumeSkippedUnit() || digits == 0)
+            return;
+        const Destination d = state().destination;
+        if (d == Destination::Text || d == Destination::FontTable)
+            addByte(static_cast<char>(value));
+        return;
+    }
+    if (symbol == '*') {
+        starred_ = true;
+        return;
+    }
+    if (consumeSkippedUnit())
+        return;
+    switch (symbol) {
+    case '\\': case '{': case '}':
+        literalByte(symbol);
+        return;
+    case '~':
+        flushBytes();
+        addText(QString(QChar(0x00A0)));
+        return;
+    case '_':
+        flushBytes();
+        addText(QString(QChar(0x2011)));
+        return;
+    case '\r': case '\n':
+        if (state().destination == Destination::Text)
+            endParagraph();
+        return;
+    case '\t':
+        flushBytes();
+        addText(QStringLiteral("\t"));
+        return;
+    default:
+        return;  // \- (optional hyphen), \: (index), \| (formula) and unknown symbols
+    }
+}
+
+void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter)
+{
+    GroupState &s = state();
+    const int value = parameter.value_or(1);
+    const bool on = value != 0;
+
+    if (word == "bin") {
+        // Binary data: skipped whole, never counted as text.
+        flushBytes();
+        skipBinary(value);
+        return;
+    }
+    if (word == "u") {
+        flushBytes();
+        if (consumeSkippedUnit())
+            return;
+        int code = parameter.value_or(0);
+        if (code < 0)
+            code += 65536;
+        if (code > 0 && code <= 0xFFFF)
+            addText(QString(QChar(char16_t(code))));
+        pendingSkip_ = s.unicodeSkip;
+        return;
+    }
+    if (consumeSkippedUnit())
+        return;
+
+    // Destinations: words that open a group of their own.
+    if (groupStart_) {
+        if (word == "fonttbl") {
+            flushBytes();
+            s.destination = Destination::FontTable;
+            return;
+        }
+        if (word == "colortbl") {
+            flushBytes();
+            s.destination = Destination::ColorTable;
+            colors_.clear();
+            return;
+        }
+        if (word == "pntext" || word == "listtext") {
+            flushBytes();
+            s.destination = Destination::BulletText;
+            paragraphBullet_ = true;
+            return;
+        }
+        if (word == "pn") {
+            // Old-style paragraph numbering: the paragraph around this group is a bullet.
+            flushBytes();
+            s.destination = Destination::Skip;
+            if (stack_.size() >= 2)
+                stack_[stack_.size() - 2].paragraph.bullet = true;
+            return;
+        }
+        if (word == "fldrslt")
+            return;
+        if (starred_ || IsSkippedDestination(word)) {
+            flushBytes();
+            s.destination = Destination::Skip;
+            return;
+        }
+    }
+    if (s.destination == Destination::Skip || s.destination == Destination::BulletText)
+        return;
+
+    if (s.destination == Destination::ColorTable) {
+        if (word == "red") red_ = value, colorGiven_ = true;
+        else if (word == "green") green_ = value, colorGiven_ = true;
+        else if (word == "blue") blue_ = value, colorGiven_ = true;
+        return;
+    }
+    if (s.destination == Destination::FontTable) {
+        if (word == "f") {
+            flushBytes();
+            if (fontEntryNumber_ >= 0 && !fontEntry_.name.isEmpty())
+                commitFont();
+            fontEntryNumber_ = value;
+            fontEntry_ = FontEntry();
+        } else if (word == "fcharset") {
+            fontEntry_.codePage = CodePageOfCharset(value);
+        } else if (word == "cpg") {
+            fontEntry_.codePage = value;
+        }
+        return;
+    }
+
+    // Header words.
+    if (word == "ansi") { documentCodePage_ = 1252; return; }
+    if (word == "mac") { documentCodePage_ = 10000; return; }
+    if (word == "pc") { documentCodePage_ = 437; return; }
+    if (word == "pca") { documentCodePage_ = 850; return; }
+    if (word == "ansicpg") {
+        if (parameter && *parameter > 0)
+            documentCodePage_ = *parameter;
+        return;
+    }
+    if (word == "deff") { defaultFont_ = value; return; }
+    if (word == "uc") { s.unicodeSkip = std::clamp(value, 0, kMaxUnicodeSkip); return; }
+
+    flushBytes();
+    // Character format.
+    if (word == "plain") {
+        s.font = -1;
+        s.halfPoints = 0;
+        s.bold = s.italic = s.underline = s.strike = s.hidden = false;
+        s.colorIndex = 0;
+        return;
+    }
+    if (word == "f") { s.font = value; return; }
+    if (word == "fs") { s.halfPoints = std::clamp(value, 0, 3276); return; }
+    if (word == "b") { s.bold = on; return; }
+    if (word == "i") { s.italic = on; return; }
+    if (word == "strike" || word == "striked") { s.strike = on; return; }
+    if (word == "v") { s.hidden = on; return; }
+    if (word == "cf") { s.colorIndex = std::max(0, value); return; }
+    if (word == "ulnone") { s.underline = false; return; }
+    if (word.startsWith("ul") && word != "ulc") { s.underline = on; return; }
+
+    // Paragraph format.
+    if (word == "pard") { s.paragraph = ParagraphFormat(); return; }
+    if (word == "ql") { s.paragraph.alignment = Alignment::Left; return; }
+    if (word == "qr") { s.paragraph.alignment = Alignment::Right; return; }
+    if (word == "qc") { s.paragraph.alignment = Alignment::Center; return; }
+    if (word == "qj" || word == "qd") { s.paragraph.alignment = Alignment::Justify; return; }
+    if (word == "li" || word == "lin") { s.paragraph.leftIndent = parameter.value_or(0); return; }
+    if (word == "ri" || word == "rin") { s.paragraph.rightIndent = parameter.value_or(0); return; }
+    if (word == "fi") { s.paragraph.firstLineIndent = parameter.value_or(0); return; }
+    if (word == "ls") { s.paragraph.bullet = value > 0; return; }
+
+    if (s.destination != Destination::Text)
+        return;
+    // Breaks and special characters.
+    if (word == "par" || word == "row") { endParagraph(); return; }
+    if (word == "sect" || word == "page") {
+        if (paragraphTouched_)
+            endParagraph();
+        return;
+    }
+    static const QHash<QByteArray, char16_t> kCharacters = {
+        {"line", kLineBreak.unicode()}, {"tab", u'\t'}, {"cell", u'\t'}, {"nestcell", u'\t'},
+        {"emdash", 0x2014}, {"endash", 0x2013}, {"bullet", 0x2022}, {"lquote", 0x2018},
+        {"rquote", 0x2019}, {"ldblquote", 0x201C}, {"rdblquote", 0x201D},
+        {"emspace", 0x2003}, {"enspace", 0x2002}, {"qmspace", 0x2005}, {"zwj", 0x200D},
+        {"zwnj", 0x200C}, {"zwbo", 0x200B}, {"ltrmark", 0x200E}, {"rtlmark", 0x200F}};
+    auto character = kCharacters.constFind(word);
+    if (character != kCharacters.constEnd())
+        addText(QString(QChar(*character)));
+}
+
+} // namespace
+
+bool LooksLikeRtf(const QByteArray &bytes)
+{
+    qsizetype i = 0;
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        i = 3;
+    while (i < bytes.size() && std::isspace(static_cast<unsigned char>(bytes[i])))
+        ++i;
+    return bytes.mid(i, 5) == "{\\rtf";
+}
+
+RichDocument ReadRtf(const QByteArray &bytes, QString *error)
+{
+    if (!LooksLikeRtf(bytes)) {
+        if (error)
+            *error = QString::fromLatin1(kRtfNotRtfMessage);
+        return RichDocument();
+    }
+    RtfParser parser(bytes);
+    return parser.run(error);
+}
+
+} // namespace reader
