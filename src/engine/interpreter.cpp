@@ -179,6 +179,7 @@ void CloseAll()
 void SetupRunningMacro(int index)
 {
     runState().MacroRunning = true;
+    RunningStateChanged();
     const QString status = QStringLiteral("Sonamark - Running macro \"") + hotkeys::table().at(index).Description
                            + QStringLiteral("\"..");
     ShowStatusText(status);
@@ -196,6 +197,7 @@ void FinishRunningMacro()
     s.ClickZoneWaiting = false;
     s.WaitInProgress = false;
     s.AbortRequested = false;
+    RunningStateChanged();
     RestoreCurrentState();
 }
 

@@ -1,5 +1,7 @@
 #include "engine/run_hooks.h"
 
+#include "hotkeys/hook_state.h"
+#include "hotkeys/input_hooks.h"
 #include "macro/sequences.h"
 #include "macro/variables.h"
 
@@ -21,7 +23,14 @@ void ResetLoopSlots() { macro::ResetSequences(); }
 
 void CloseMacroFiles() {}
 
-void ReleaseMacroMouseHook() {}
+void ReleaseMacroMouseHook()
+{
+    const hotkeys::HookState &hooks = hotkeys::hookState();
+    if (hooks.MouseHooked && !hooks.MacroRecording)
+        hotkeys::UnhookMouse();
+}
+
+void RunningStateChanged() { hotkeys::UpdateHookPlan(); }
 
 QString CheckWholeMacro(const QString &) { return {}; }
 

@@ -18,6 +18,8 @@ void ResetLoopSlots();
 void CloseMacroFiles();
 // The mouse hook installed for [CLICKZONE]/[KEYLOG]: removed when a run ends.
 void ReleaseMacroMouseHook();
+// A run started or ended: the global hooks swallow Esc only while a macro runs.
+void RunningStateChanged();
 // Whole-macro check of a macro's code: "" when it found no errors. Used by
 // RunCommandLineMacro before a run; the whole-macro checker plugs in here.
 QString CheckWholeMacro(const QString &code);

@@ -5,6 +5,7 @@
 #include "platform/clipboard.h"
 #include "platform/desktop.h"
 #include "platform/error_window.h"
+#include "platform/input_hooks.h"
 #include "platform/key_sender.h"
 #include "platform/message_window.h"
 #include "platform/processes.h"
@@ -26,6 +27,7 @@ struct Services {
     TextWindow *textWindow = nullptr;
     ReaderText *readerText = nullptr;
     SpeechEngine *speech = nullptr;
+    InputHooks *inputHooks = nullptr;
 };
 
 // The current set. Pointers are owned by whoever installed them and must outlive use.
