@@ -13,6 +13,7 @@
 #include "platform/speech_engine.h"
 #include "platform/text_window.h"
 #include "platform/tray_icon.h"
+#include "platform/word_files.h"
 
 namespace platform {
 
@@ -28,6 +29,7 @@ struct Services {
     ReaderText *readerText = nullptr;
     SpeechEngine *speech = nullptr;
     InputHooks *inputHooks = nullptr;
+    WordFiles *wordFiles = nullptr;  // .doc text; none: treated as not installed
 };
 
 // The current set. Pointers are owned by whoever installed them and must outlive use.

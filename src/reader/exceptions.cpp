@@ -1,0 +1,241 @@
+#include "reader/exceptions.h"
+
+#include "hotkeys/legacy_text.h"
+#include "reader/text_box.h"
+#include "shell/app_state.h"
+#include "shell/file_util.h"
+#include "shell/on_top_message.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+#include <QRegularExpression>
+
+Q_LOGGING_CATEGORY(lcExceptions, "sonamark.reader.exceptions", QtWarningMsg)
+
+namespace reader {
+
+namespace {
+
+const char *const kReadError = "Error reading from Exceptions.txt file. Values not loaded.";
+const char *const kWriteError = "Error writing to Exceptions.txt file. Values not saved.";
+
+// Lower case character by character, so that positions in the copy match the original.
+QString lowered(const QString &text)
+{
+    QString out = text;
+    for (QChar &c : out)
+        c = c.toLower();
+    return out;
+}
+
+// Only "a" to "z" count as letters for the word boundary test; the end of the text
+// is no letter.
+bool isLetter(const QString &lowerText, qsizetype index)
+{
+    if (index < 0 || index >= lowerText.size())
+        return false;
+    const QChar c = lowerText.at(index);
+    return c >= QLatin1Char('a') && c <= QLatin1Char('z');
+}
+
+// Replaces whole-word occurrences of from by to, scanning as the exceptions do: the
+// next search starts the length of from behind the hit, whatever was put there. Returns
+// true when something was replaced.
+//
+// A change that holds its own word behind a blank would be found again and again; since
+// every real occurrence takes at least one character of the text as it came in, the scan
+// stops after that many replacements.
+bool rewrite(QString &text, const QString &from, const QString &to)
+{
+    if (from.isEmpty())
+        return false;
+    const QString needle = lowered(from);
+    const qsizetype width = from.size();
+    qsizetype budget = text.size();
+    bool replaced = false;
+    qsizetype start = 0;  // 0-based search start (s - 1)
+    // The loop runs while s (1-based) is below the length.
+    while (start + 1 < text.size()) {
+        const QString lower = lowered(text);
+        const qsizetype hit = lower.indexOf(needle, start);
+        if (hit < 0)
+            break;
+        const qsizetype behind = hit + width;
+        const bool nextIsLetter = isLetter(lower, behind);
+        const bool restEmpty = behind >= text.size();
+        bool replace;
+        if (hit == 0)
+            replace = !nextIsLetter;
+        else if (isLetter(lower, hit - 1))
+            replace = false;
+        else
+            replace = restEmpty || !nextIsLetter;
+        if (replace) {
+            text.replace(hit, width, to);
+            replaced = true;
+            if (--budget <= 0)
+                break;
+        }
+        start = behind;
+    }
+    return replaced;
+}
+
+const QRegularExpression &quotedPair()
+{
+    // "word","change"; the first field ends at the first quote that a comma and a quote
+    // follow, since quotes inside the fields are written as they are.
+    static const QRegularExpression re(QStringLiteral(R"re(^"(.*?)"\s*,\s*"(.*)"$)re"));
+    return re;
+}
+
+} // namespace
+
+ExceptionsState &exceptionsState()
+{
+    static ExceptionsState state;
+    return state;
+}
+
+QString ExceptionsFilePath() { return shell::app().AppFolder + QLatin1String(kExceptionsFileName); }
+
+QList<ExceptionRec> ParseExceptions(const QString &text, bool *ok)
+{
+    QList<ExceptionRec> pairs;
+    *ok = true;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (const QString &raw : lines) {
+        const QString line = raw.trimmed();
+        if (line.isEmpty())
+            continue;
+        ExceptionRec rec;
+        if (line.startsWith(QLatin1Char('"'))) {
+            const QRegularExpressionMatch m = quotedPair().match(line);
+            if (!m.hasMatch()) {
+                *ok = false;
+                return pairs;
+            }
+            rec.Word = m.captured(1);
+            rec.Change = m.captured(2);
+        } else {
+            // A hand-written line without quotes: the fields are cut at the comma.
+            const qsizetype comma = line.indexOf(QLatin1Char(','));
+            if (comma < 0) {
+                *ok = false;
+                return pairs;
+            }
+            rec.Word = line.left(comma).trimmed();
+            rec.Change = line.mid(comma + 1).trimmed();
+        }
+        if (rec.Word.isEmpty() || rec.Change.isEmpty())
+            continue;
+        pairs << rec;
+    }
+    return pairs;
+}
+
+QString FormatExceptions(const QList<ExceptionRec> &pairs)
+{
+    QString out;
+    for (const ExceptionRec &rec : pairs)
+        out += QLatin1Char('"') + rec.Word + QStringLiteral("\",\"") + rec.Change + QStringLiteral("\"\r\n");
+    return out;
+}
+
+void GetExceptions()
+{
+    ExceptionsState &state = exceptionsState();
+    const QString path = ExceptionsFilePath();
+    if (!QFile::exists(path))
+        return;
+    state.Exceptions.clear();
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qCWarning(lcExceptions) << "cannot open" << path << file.errorString();
+        shell::MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("Read File"));
+        return;
+    }
+    bool ok = true;
+    state.Exceptions = ParseExceptions(hotkeys::DecodeLegacyText(file.readAll()), &ok);
+    if (!ok || file.error() != QFileDevice::NoError)
+        shell::MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("Read File"));
+}
+
+bool Save2ExceptionFile()
+{
+    const QString error = shell::WriteFileAtomically(
+        ExceptionsFilePath(), hotkeys::EncodeText(FormatExceptions(exceptionsState().Exceptions)));
+    if (error.isEmpty())
+        return true;
+    qCWarning(lcExceptions) << "cannot write" << ExceptionsFilePath() << error;
+    shell::MsgBoxOT(QLatin1String(kWriteError), 0, QStringLiteral("Save File"));
+    return false;
+}
+
+void MakeExceptions(QString &text)
+{
+    ExceptionsState &state = exceptionsState();
+    if (!state.ExceptionsOn || state.ExceptionCount() == 0)
+        return;
+    for (const ExceptionRec &rec : std::as_const(state.Exceptions))
+        if (rewrite(text, rec.Word, rec.Change))
+            state.ExceptionsMade = true;
+}
+
+void UnmakeText(QString &text)
+{
+    for (const ExceptionRec &rec : std::as_const(exceptionsState().Exceptions))
+        rewrite(text, rec.Change, rec.Word);
+}
+
+void UnmakeExceptions()
+{
+    ExceptionsState &state = exceptionsState();
+    TextBox *box = textBox();
+    if (!box || !state.ExceptionsMade || state.ExceptionCount() == 0)
+        return;
+    const bool selection = !box->selectedText().isEmpty();
+    QString text = selection ? box->selectedText() : box->text();
+    if (text.trimmed().isEmpty())
+        return;
+    UnmakeText(text);
+    if (selection)
+        box->replaceSelection(text);
+    else
+        box->rewriteText(text);
+    if (!shell::app().CurrentFile.isEmpty())
+        shell::app().TextDirty = true;
+    state.ExceptionsMade = false;
+}
+
+void mnuExceptionsApply_Click()
+{
+    TextBox *box = textBox();
+    if (!box || box->text().trimmed().isEmpty())
+        return;
+    const QString selected = box->selectedText();
+    if (!selected.trimmed().isEmpty()) {
+        QString text = selected;
+        MakeExceptions(text);
+        const int start = box->selStart();
+        box->replaceSelection(text);
+        box->select(start, box->selStart() - start);
+    } else {
+        QString text = box->text();
+        MakeExceptions(text);
+        box->rewriteText(text);
+    }
+    if (!shell::app().CurrentFile.isEmpty())
+        shell::app().TextDirty = true;
+    box->processEvents();
+}
+
+void mnuExceptionsUndo_Click() { UnmakeExceptions(); }
+
+void mnuExceptionsTog_Click()
+{
+    ExceptionsState &state = exceptionsState();
+    state.ExceptionsOn = !state.ExceptionsOn;
+}
+
+} // namespace reader

@@ -1,0 +1,396 @@
+// Documents in the text box: open, save, save as, the prompts, captions, printing
+// decisions and the macro statements' loader, on files in a temporary folder.
+#include "document_fixture.h"
+
+#include "reader/count_words.h"
+#include "reader/documents.h"
+#include "reader/rtf_reader.h"
+#include "shell/condensed_path.h"
+
+#include <QFileDevice>
+
+using namespace reader;
+using shell::app;
+
+namespace {
+const char *const kOpenDialog =
+    "open Open a Text File|Text & XML Files (*.txt;*.rtf;*.xml;*.doc)|*.txt;*.rtf;*.xml;*.doc";
+
+RichDocument boldHello()
+{
+    RichDocument doc;
+    RichParagraph p;
+    CharFormat bold;
+    bold.bold = true;
+    p.append(QStringLiteral("Hello "), CharFormat());
+    p.append(QStringLiteral("world"), bold);
+    doc.paragraphs << p;
+    return doc;
+}
+} // namespace
+
+TEST(DocumentNames, RichWordAndSiblingNames)
+{
+    EXPECT_TRUE(IsRichTextFile("/a/b.RTF"));
+    EXPECT_TRUE(IsRichTextFile("/a/b.rtf"));
+    EXPECT_TRUE(IsRichTextFile("/a/bRtf"));  // only the last three characters count
+    EXPECT_FALSE(IsRichTextFile("/a/b.txt"));
+    EXPECT_TRUE(IsWordFile("/a/B.DOC"));
+    EXPECT_FALSE(IsWordFile("/a/b.docx"));
+    EXPECT_EQ(WordTextSibling("/a/B.DOC"), "/a/B.txt");
+    EXPECT_EQ(QtFileFilter("Text & XML Files (*.txt;*.rtf;*.xml)|*.txt;*.rtf;*.xml"),
+              "Text & XML Files (*.txt *.rtf *.xml)");
+    EXPECT_EQ(QtFileFilter("Text|*.txt|All|*.*"), "Text (*.txt);;All (*.*)");
+}
+
+TEST(DocumentNames, CaptionCondensesLongPaths)
+{
+    EXPECT_EQ(DocumentCaption(""), "Sonamark - Text-To-Speech Reader");
+    EXPECT_EQ(DocumentCaption("/home/u/a.txt"), "Sonamark - /home/u/a.txt");
+    const QString longPath = QStringLiteral("/home/user/documents/projects/2026/reports/quarterly/summary-final.txt");
+    EXPECT_EQ(shell::CondensedPath(longPath, 60), "/home/user/documents/projects/2026/reports/../summary-final.txt");
+    EXPECT_EQ(DocumentCaption(longPath), "Sonamark - /home/user/documents/projects/2026/reports/../summary-final.txt");
+    // No separator at all: the head is half the width and the rest follows "..".
+    EXPECT_EQ(shell::CondensedPath(QString(12, 'x'), 10), "xxxxx..xxxxxxx");
+}
+
+TEST(DocumentNames, PlainFilesKeepTheirLineBreaks)
+{
+    bool crlf = false;
+    EXPECT_EQ(PlainTextOfFile("one\r\ntwo\r\n", &crlf), "one\ntwo");
+    EXPECT_TRUE(crlf);
+    EXPECT_EQ(PlainFileBytes("one\ntwo", crlf), "one\r\ntwo\r\n");
+    EXPECT_EQ(PlainTextOfFile("one\ntwo\n", &crlf), "one\ntwo");
+    EXPECT_FALSE(crlf);
+    EXPECT_EQ(PlainFileBytes("one\ntwo", crlf), "one\ntwo\n");
+    // Bytes from the original platform: not UTF-8, read as Windows-1252.
+    EXPECT_EQ(PlainTextOfFile("caf\xe9 \x93q\x94", &crlf), QString::fromUtf8("café “q”"));
+    EXPECT_TRUE(LooksBinary(QByteArray("PK\x03\x04\0\0", 6)));
+}
+
+TEST(DocumentNames, CountWordsTakesRunsFromCapitalAToSmallZ)
+{
+    EXPECT_EQ(CountWords(""), 0);
+    EXPECT_EQ(CountWords("jack's"), 2);
+    EXPECT_EQ(CountWords("foo_bar"), 1);
+    EXPECT_EQ(CountWords("  one, two3three  "), 3);
+}
+
+TEST_F(DocumentTest, OpenLoadsPlainTextAndSetsTheFile)
+{
+    writeFile("a.txt", "Hello\r\nworld\r\n");
+    box.openAnswers = {path("a.txt")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(box.dialogs, QStringList{kOpenDialog});
+    EXPECT_EQ(box.box, "Hello\nworld");
+    EXPECT_EQ(app().CurrentFile, path("a.txt"));
+    EXPECT_FALSE(app().TextDirty);
+    EXPECT_EQ(box.caption, DocumentCaption(path("a.txt")));
+    // Saving unchanged text does nothing; a change is written back byte for byte.
+    mnuFileSave_Click();
+    EXPECT_EQ(readFile("a.txt"), "Hello\r\nworld\r\n");
+    box.box = QStringLiteral("Hello\nthere");
+    txtSpeech_Change();
+    ASSERT_TRUE(app().TextDirty);
+    mnuFileSave_Click();
+    EXPECT_EQ(readFile("a.txt"), "Hello\r\nthere\r\n");
+    EXPECT_FALSE(app().TextDirty);
+}
+
+TEST_F(DocumentTest, TextThatNeverCameFromAFileIsNeverDirty)
+{
+    box.box = QStringLiteral("typed");
+    txtSpeech_Change();
+    EXPECT_FALSE(app().TextDirty);
+    cmdClear_Click();
+    EXPECT_FALSE(app().TextDirty);
+    EXPECT_EQ(box.box, "");
+}
+
+TEST_F(DocumentTest, OpenAsksToSaveADirtyFileFirst)
+{
+    writeFile("a.txt", "old\r\n");
+    writeFile("b.txt", "other\r\n");
+    app().CurrentFile = path("a.txt");
+    app().TextDirty = true;
+    box.box = QStringLiteral("new");
+    fx.messages.answers = {1};
+    box.openAnswers = {path("b.txt")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(messages().first(), "Save: Save changes to current file?");
+    EXPECT_EQ(readFile("a.txt"), "new\r\n");
+    EXPECT_EQ(box.box, "other");
+    EXPECT_EQ(app().CurrentFile, path("b.txt"));
+}
+
+TEST_F(DocumentTest, CancelledOpenLeavesTheBooleanTextAsCurrentFile)
+{
+    app().CurrentFile = path("a.txt");
+    app().TextDirty = true;
+    box.box = QStringLiteral("kept");
+    fx.messages.answers = {-1};
+    mnuFileLoad_Click();  // no answer queued: the dialog is cancelled
+    EXPECT_EQ(app().CurrentFile, "True");
+    EXPECT_EQ(box.box, "kept");
+    EXPECT_EQ(readFile("a.txt"), "<missing>");
+}
+
+TEST_F(DocumentTest, RichTextFileLoadsIntoTheRichProperty)
+{
+    writeFile("r.RTF", "{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}}\\f0 Hello {\\b world}\\par}");
+    box.openAnswers = {path("r.RTF")};
+    mnuFileLoad_Click();
+    ASSERT_TRUE(box.richLoaded);
+    EXPECT_EQ(box.box, "Hello world");
+    EXPECT_EQ(app().CurrentFile, path("r.RTF"));
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+}
+
+TEST_F(DocumentTest, RichTextIsSavedAsRtfThatReadsBack)
+{
+    box.rich = boldHello();
+    box.box = box.rich.plainText();
+    box.saveAnswers = {path("out.rtf")};
+    mnuFileSaveAs_Click();
+    const QByteArray bytes = readFile("out.rtf");
+    ASSERT_TRUE(bytes.startsWith("{\\rtf1"));
+    EXPECT_TRUE(bytes.endsWith("}\r\n"));
+    QString error;
+    const RichDocument back = ReadRtf(bytes, &error);
+    EXPECT_EQ(error, "");
+    EXPECT_EQ(back.plainText(), "Hello world");
+    ASSERT_EQ(back.paragraphs.size(), 1);
+    EXPECT_TRUE(back.paragraphs[0].runs.last().format.bold);
+}
+
+TEST_F(DocumentTest, DamagedRtfIsShownButCannotOverwriteTheOriginal)
+{
+    const QByteArray truncated = "{\\rtf1\\ansi Hello {\\b wor";
+    writeFile("t.rtf", truncated);
+    box.openAnswers = {path("t.rtf")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(box.box, "Hello wor");
+    EXPECT_EQ(app().CurrentFile, "");  // a save goes to Save As
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_TRUE(fx.messages.shown[0].text.contains(QLatin1String(kRtfTruncatedMessage)));
+    EXPECT_EQ(readFile("t.rtf"), truncated);
+}
+
+TEST_F(DocumentTest, NotRtfAtAllLeavesTheBoxAlone)
+{
+    writeFile("fake.rtf", "just words");
+    app().CurrentFile = path("x.txt");
+    box.box = QStringLiteral("previous");
+    box.openAnswers = {path("fake.rtf")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(box.box, "previous");
+    EXPECT_EQ(app().CurrentFile, "");
+    EXPECT_EQ(box.caption, "Sonamark - Text-To-Speech Reader");
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].title, "Open File");
+    EXPECT_TRUE(fx.messages.shown[0].text.contains(QLatin1String(kRtfNotRtfMessage)));
+}
+
+TEST_F(DocumentTest, BinaryFileNamedTxtIsRefusedWithAMessage)
+{
+    writeFile("bin.txt", QByteArray("\x7f" "ELF\x02\x01\x01\0\0\0", 10));
+    box.box = QStringLiteral("previous");
+    box.openAnswers = {path("bin.txt")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(box.box, "previous");
+    EXPECT_EQ(app().CurrentFile, "");
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].text,
+              "The file " + path("bin.txt") + " could not be opened.\r\nThe file does not hold text.\r\n");
+}
+
+TEST_F(DocumentTest, MissingFileEndsOpenQuietly)
+{
+    box.box = QStringLiteral("previous");
+    box.openAnswers = {path("gone.txt")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(box.box, "previous");
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+}
+
+TEST_F(DocumentTest, WordFileGoesThroughTheReaderAndSavesBesideIt)
+{
+    writeFile("Report.DOC", "binary word file");
+    word.text = QStringLiteral("Quarterly report\r\n\r\n");
+    box.openAnswers = {path("Report.DOC")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(word.read, QStringList{path("Report.DOC")});
+    EXPECT_EQ(box.box, "Quarterly report");
+    EXPECT_EQ(app().CurrentFile, path("Report.txt"));
+    EXPECT_EQ(box.caption, DocumentCaption(path("Report.txt")));
+    box.box += QStringLiteral(" 2026");
+    txtSpeech_Change();
+    mnuFileSave_Click();
+    EXPECT_EQ(readFile("Report.txt"), "Quarterly report 2026\r\n");
+    EXPECT_EQ(readFile("Report.DOC"), "binary word file");
+}
+
+TEST_F(DocumentTest, WordFileWithoutAReaderSaysWordIsMissing)
+{
+    writeFile("a.doc", "x");
+    word.present = false;
+    app().CurrentFile = path("keep.txt");
+    box.openAnswers = {path("a.doc")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(messages(), QStringList{"MS Word Missing: Cannot load DOC file, MS Word not installed."});
+    EXPECT_EQ(app().CurrentFile, path("keep.txt"));
+    EXPECT_TRUE(word.read.isEmpty());
+}
+
+TEST_F(DocumentTest, UnreadableWordFileSaysWhy)
+{
+    writeFile("a.doc", "x");
+    word.error = QStringLiteral("a.doc is not a Word Document.");
+    box.box = QStringLiteral("previous");
+    box.openAnswers = {path("a.doc")};
+    mnuFileLoad_Click();
+    EXPECT_EQ(box.box, "previous");
+    EXPECT_EQ(app().CurrentFile, "");
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_TRUE(fx.messages.shown[0].text.contains("a.doc is not a Word Document."));
+}
+
+TEST_F(DocumentTest, SaveWithoutFileGoesToSaveAsAndConfirmsOverwrite)
+{
+    writeFile("exists.txt", "old\r\n");
+    box.box = QStringLiteral("pasted");
+    box.saveAnswers = {path("exists.txt"), path("exists.txt")};
+    fx.messages.answers = {-1};
+    mnuFileSave_Click();
+    EXPECT_EQ(messages(), QStringList{"Save File: This file already exists. Overwrite this file?"});
+    EXPECT_EQ(readFile("exists.txt"), "old\r\n");
+    EXPECT_EQ(app().CurrentFile, "");
+    fx.messages.answers = {1};
+    mnuFileSave_Click();
+    EXPECT_EQ(readFile("exists.txt"), "pasted\r\n");
+    EXPECT_EQ(messages().last(), "File Saved: File has been saved to " + path("exists.txt"));
+    EXPECT_EQ(app().CurrentFile, path("exists.txt"));
+    EXPECT_EQ(box.caption, DocumentCaption(path("exists.txt")));
+    EXPECT_EQ(box.dialogs.first(), "save Save File|Text & XML Files (*.txt;*.rtf;*.xml)|*.txt;*.rtf;*.xml");
+}
+
+TEST_F(DocumentTest, SaveOfBlankTextSaysThereIsNone)
+{
+    box.box = QStringLiteral(" \n ");
+    mnuFileSave_Click();
+    mnuFileSaveAs_Click();
+    EXPECT_EQ(messages(), (QStringList{"No Text: No text to save.", "No Text: No text to save."}));
+    EXPECT_TRUE(box.dialogs.isEmpty());
+}
+
+TEST_F(DocumentTest, SaveIntoAReadOnlyFolderKeepsTheFileAndTheChanges)
+{
+    writeFile("a.txt", "old\r\n");
+    app().CurrentFile = path("a.txt");
+    app().TextDirty = true;
+    box.box = QStringLiteral("new");
+    QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    mnuFileSave_Click();
+    QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    if (readFile("a.txt") == "new\r\n")
+        GTEST_SKIP() << "running with rights that write any folder";
+    EXPECT_EQ(readFile("a.txt"), "old\r\n");
+    EXPECT_TRUE(app().TextDirty);
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].title, "Save File");
+    EXPECT_TRUE(fx.messages.shown[0].text.startsWith("The file could not be saved to " + path("a.txt")));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{"a.txt"});  // nothing left beside it
+}
+
+TEST_F(DocumentTest, SaveWhereNothingCanBeCreatedKeepsTheChanges)
+{
+    // No file can be created under /proc, not even by root.
+    app().CurrentFile = QStringLiteral("/proc/sonamark-document.txt");
+    app().TextDirty = true;
+    box.box = QStringLiteral("new");
+    mnuFileSave_Click();
+    EXPECT_TRUE(app().TextDirty);
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_TRUE(fx.messages.shown[0].text.startsWith("The file could not be saved to /proc/sonamark-document.txt"));
+    // Save As to such a place says so too and keeps the current file.
+    app().CurrentFile = path("a.txt");
+    box.saveAnswers = {QStringLiteral("/proc/other.rtf")};
+    mnuFileSaveAs_Click();
+    EXPECT_EQ(fx.messages.shown.size(), 2);
+    EXPECT_EQ(app().CurrentFile, path("a.txt"));
+}
+
+TEST_F(DocumentTest, PasteAsksToSaveAndForgetsTheFile)
+{
+    writeFile("a.txt", "old\r\n");
+    app().CurrentFile = path("a.txt");
+    app().TextDirty = true;
+    box.box = QStringLiteral("edited");
+    fx.clipboard.content = QStringLiteral("from the clipboard");
+    fx.messages.answers = {1};
+    cmdPaste_Click();
+    EXPECT_EQ(messages(), QStringList{"Save: Save changes to current file?"});
+    EXPECT_EQ(readFile("a.txt"), "edited\r\n");
+    EXPECT_EQ(box.box, "from the clipboard");
+}
+
+TEST_F(DocumentTest, PrintAsksAboutTheSelection)
+{
+    box.box = QStringLiteral("one two three");
+    // Nothing selected: "Print all the text?"; No prints nothing.
+    fx.messages.answers = {-1};
+    mnuFilePrint_Click();
+    EXPECT_EQ(messages(), QStringList{"Print Text: Print all the text?"});
+    EXPECT_TRUE(box.dialogs.isEmpty());
+    // A selection: Yes prints it, No falls back to the whole text, Cancel stops.
+    box.select(4, 3);
+    fx.messages.answers = {1};
+    mnuFilePrint_Click();
+    fx.messages.answers = {-1, 1};
+    mnuFilePrint_Click();
+    fx.messages.answers = {-2};
+    mnuFilePrint_Click();
+    EXPECT_EQ(box.dialogs, (QStringList{"print selection", "print all"}));
+    EXPECT_EQ(messages().mid(1), (QStringList{"Print Text: Print selected text?", "Print Text: Print selected text?",
+                                              "Print Text: Print all the text?", "Print Text: Print selected text?"}));
+}
+
+TEST_F(DocumentTest, PrintMessagesForEmptyTextAndFailure)
+{
+    mnuFilePrint_Click();
+    PrintFile();
+    EXPECT_EQ(messages(), (QStringList{"Print: No text to print.", "Print: No text in file to print."}));
+    box.box = QStringLiteral("jack's dog");
+    box.printResult = {PrintOutcome::Failed, QStringLiteral("printer is out of paper")};
+    fx.messages.answers = {1};
+    PrintFile();
+    EXPECT_EQ(messages().mid(2), (QStringList{"Print Text: Print all 3 words of text?",
+                                              "Print: The text could not be printed.\r\nprinter is out of paper"}));
+}
+
+TEST_F(DocumentTest, MacroLoaderSavesFirstThenLoads)
+{
+    writeFile("a.txt", "old\r\n");
+    writeFile("b.xml", "<x>b</x>\n");
+    app().CurrentFile = path("a.txt");
+    app().TextDirty = true;
+    box.box = QStringLiteral("changed");
+    EXPECT_EQ(LoadFile2Reader(path("b.xml")), "");
+    EXPECT_EQ(readFile("a.txt"), "changed\r\n");
+    EXPECT_EQ(box.box, "<x>b</x>");
+    EXPECT_EQ(app().CurrentFile, path("b.xml"));
+    EXPECT_FALSE(app().TextDirty);
+    EXPECT_EQ(box.caption, DocumentCaption(path("b.xml")));
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+}
+
+TEST_F(DocumentTest, MacroLoaderReportsFaultsAsText)
+{
+    EXPECT_EQ(LoadFile2Reader(path("gone.txt")), "Error loading file " + path("gone.txt"));
+    writeFile("bin.txt", QByteArray("\0\1\2", 3));
+    EXPECT_EQ(LoadFile2Reader(path("bin.txt")), "Error loading file " + path("bin.txt"));
+    writeFile("a.doc", "x");
+    word.present = false;
+    EXPECT_EQ(LoadFile2Reader(path("a.doc")), "Cannot load DOC file, MS Word not installed.");
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+}
