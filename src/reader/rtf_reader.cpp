@@ -71,7 +71,7 @@ bool IsSkippedDestination(const QByteArray &word)
         "lchars", "pnseclvl", "pntxta", "pntxtb", "ftnsep", "ftnsepc", "ftncn", "aftnsep",
         "aftnsepc", "aftncn", "falt", "panose", "fontemb", "fontfile", "keywords",
         "title", "subject", "author", "operator", "comment", "doccomm", "company",
-        "wgrffmtfilter", "pgptbl", "protusertbl", "ud", "upr", "sv", "sn"};
+        "wgrffmtfilter", "pgptbl", "protusertbl", "sv", "sn"};
     return kSkipped.contains(word);
 }
 
