@@ -146,14 +146,25 @@ bool containsWord(const QString &up, QLatin1StringView word, bool outsideQuotes 
     return false;
 }
 
-// True when up (upper case) holds any name that ReplaceSpecialNumVars acts on or
-// refuses; TIME covers TIMER and TIMEOUT.
-bool holdsSpecialNumName(const QString &up)
+// True when text may hold a name that one of the special-name passes acts on or
+// refuses; TIME covers TIMER and TIMEOUT. Letters compare without case. A character
+// beyond ASCII always answers true: some upper-case to ASCII letters (dotless i, long s).
+bool mayHoldSpecialName(QStringView text)
 {
-    const QStringView view(up);
-    const auto at = [&view](qsizetype i, const char *name) { return view.mid(i).startsWith(QLatin1StringView(name)); };
-    for (qsizetype i = 0; i < view.size(); ++i) {
-        switch (view[i].unicode()) {
+    const auto at = [&text](qsizetype i, const char *word) {
+        const QLatin1StringView name(word);
+        if (text.size() - i < name.size())
+            return false;
+        for (qsizetype k = 0; k < name.size(); ++k)
+            if (UpperChar(text[i + k]) != QLatin1Char(name[k]))
+                return false;
+        return true;
+    };
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t u = text[i].unicode();
+        if (u >= 0x80)
+            return true;
+        switch (UpperChar(text[i]).unicode()) {
         case u'V': if (at(i, "VAL(")) return true; break;
         case u'L': if (at(i, "LEN(")) return true; break;
         case u'S': if (at(i, "STR(") || at(i, "SONAMARKTEXT")) return true; break;
@@ -178,6 +189,10 @@ QString failWith(QString &expression, const char *message)
 
 QString ReplaceSpecialVars(QString &expression)
 {
+    if (!mayHoldSpecialName(expression)) {
+        expandKeys(expression);
+        return {};
+    }
     const QString msg = runPasses(expression, {
                                                   {"STR(", 3, Action::Str},
                                                   {"VAL(", 3, Action::Val},
@@ -201,7 +216,7 @@ QString ReplaceSpecialNumVars(QString &expression)
 {
     constexpr int kLenAndParen = 4;
     expression = UpperSameLength(expression);
-    if (!holdsSpecialNumName(expression))
+    if (!mayHoldSpecialName(expression))
         return {};
 
     // VAL(: whatever GetVAL says, the message is the same.
@@ -264,6 +279,10 @@ QString ReplaceSpecialNumVars(QString &expression)
 
 QString ReplaceSpecialStringVars(QString &expression)
 {
+    if (!mayHoldSpecialName(expression)) {
+        expandKeys(expression);
+        return {};
+    }
     QString msg = runPasses(expression, {
                                             {"STR(", 3, Action::Str},
                                             {"SONAMARKTEXT", 12, Action::ReaderText},

@@ -69,25 +69,18 @@ void ResetVariables() { g_table.reset(); }
 
 QString UpperSameLength(const QString &text)
 {
-    // ASCII maps only a-z; other characters go through QChar. The text is shared
-    // unchanged until its first character that changes.
-    const auto upper = [](QChar c) {
-        const char16_t u = c.unicode();
-        if (u < 0x80)
-            return u >= u'a' && u <= u'z' ? QChar(char16_t(u - 0x20)) : c;
-        return c.toUpper();
-    };
+    // The text is shared unchanged until its first character that changes.
     const qsizetype n = text.size();
     const QChar *in = text.constData();
     qsizetype i = 0;
-    while (i < n && upper(in[i]) == in[i])
+    while (i < n && UpperChar(in[i]) == in[i])
         ++i;
     if (i == n)
         return text;
     QString out = text;
     QChar *o = out.data();
     for (; i < n; ++i)
-        o[i] = upper(o[i]);
+        o[i] = UpperChar(o[i]);
     return out;
 }
 

@@ -100,5 +100,14 @@ QString ReaderTextValue();
 // Upper case character by character: the text keeps its length (positions found in
 // the copy are positions in the original).
 QString UpperSameLength(const QString &text);
+// One character as UpperSameLength writes it: ASCII maps only a-z, other characters
+// go through QChar.
+inline QChar UpperChar(QChar c)
+{
+    const char16_t u = c.unicode();
+    if (u < 0x80)
+        return u >= u'a' && u <= u'z' ? QChar(char16_t(u - 0x20)) : c;
+    return c.toUpper();
+}
 
 } // namespace macro
