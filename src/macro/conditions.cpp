@@ -41,7 +41,7 @@ bool isTwoCharOperator(QChar a, QChar b)
 }
 
 // Whether each position (1-based, index i-1) lies between quotes.
-QVarLengthArray<bool, 128> quoteMap(const QString &text)
+QVarLengthArray<bool, 128> quoteMap(QStringView text)
 {
     QVarLengthArray<bool, 128> inside(text.size());
     bool odd = false;
@@ -60,14 +60,17 @@ struct Operand {
     double number = 0;
 };
 
-bool readOperand(const QString &word, Operand &operand, QString &message)
+// A QString that reads view's characters in place, for a call that only reads its
+// argument; it must not outlive view.
+QString borrowed(QStringView view) { return QString::fromRawData(view.data(), view.size()); }
+
+bool readOperand(QStringView word, Operand &operand, QString &message)
 {
     const bool isName = AllLetters(word, QString()).isEmpty();
     int type = kTypeNumber;
+    double value = 0;
     if (isName) {
-        QString name = word;
-        GetVarVal(name, type);
-        if (name.isEmpty()) {
+        if (!GetVarNumber(UpperNameView(word), value, type)) {
             message = QStringLiteral("Condition variable not set");
             return false;
         }
@@ -77,14 +80,11 @@ bool readOperand(const QString &word, Operand &operand, QString &message)
 
     if (type == kTypeString) {
         operand.isString = true;
-        operand.text = GetString(word, message);
+        operand.text = GetString(borrowed(word), message);
         return message.isEmpty();
     }
-    double value = 0;
-    if (isName) {
-        GetVarNumber(UpperSameLength(word), value, type);
-    } else {
-        value = SolveEquation(word, message);
+    if (!isName) {
+        value = SolveEquation(borrowed(word), message);
         if (!message.isEmpty())
             return false;
     }
@@ -120,6 +120,28 @@ bool holds(QChar op, int order)
     return order != 0;  // kNotEqualMarker
 }
 
+// First and last position of the term around the comparison operator at position.
+void condTermRange(QStringView text, int position, int &first, int &last)
+{
+    const auto inQuotes = quoteMap(text);
+    auto endsTerm = [&](int i) { return !inQuotes[i - 1] && IsCondOperator(CharAt(text, i)); };
+    first = 1;
+    for (int i = position - 1; i >= 1; --i) {
+        if (endsTerm(i)) {
+            first = i + 1;
+            break;
+        }
+    }
+    last = Len(text);
+    const int from = IsCondOperator(CharAt(text, position + 1)) ? position + 2 : position + 1;
+    for (int i = from; i <= Len(text); ++i) {
+        if (endsTerm(i)) {
+            last = i - 1;
+            break;
+        }
+    }
+}
+
 // Replaces every comparison term of text by its 0 or 1. Inside parentheses a
 // two-character operator that touches a further operator is refused.
 bool reduceComparisons(QString &text, bool insideParentheses, QString &message)
@@ -137,13 +159,13 @@ bool reduceComparisons(QString &text, bool insideParentheses, QString &message)
             return false;
         }
         int first = 0, last = 0;
-        QString term = GetLeftRightCondVars(text, i, first, last);
-        if (twoChar)
-            term = ReplaceCondOperators(term);
-        const int value = GetCondVal(term, message);
+        condTermRange(text, i, first, last);
+        const QStringView term = QStringView(text).mid(first - 1, last - first + 1);
+        const int value = twoChar ? GetCondVal(ReplaceCondOperators(term.toString()), message)
+                                  : GetCondVal(term, message);
         if (!message.isEmpty())
             return false;
-        text = ReplaceString(text, first, last, value ? QStringLiteral("1") : QStringLiteral("0"));
+        text.replace(first - 1, last - first + 1, value ? QLatin1Char('1') : QLatin1Char('0'));
         i = 1;
     }
     return true;
@@ -256,34 +278,15 @@ QString TestCond(QString &condition)
 
 QString GetLeftRightCondVars(const QString &text, int position, int &first, int &last)
 {
-    const auto inQuotes = quoteMap(text);
-    auto endsTerm = [&](int i) { return !inQuotes[i - 1] && IsCondOperator(CharAt(text, i)); };
-    first = 1;
-    for (int i = position - 1; i >= 1; --i) {
-        if (endsTerm(i)) {
-            first = i + 1;
-            break;
-        }
-    }
-    last = Len(text);
-    const int from = IsCondOperator(CharAt(text, position + 1)) ? position + 2 : position + 1;
-    for (int i = from; i <= Len(text); ++i) {
-        if (endsTerm(i)) {
-            last = i - 1;
-            break;
-        }
-    }
+    condTermRange(text, position, first, last);
     return Mid(text, first, last - first + 1);
 }
 
-int GetCondVal(const QString &term, QString &message)
+int GetCondVal(QStringView term, QString &message)
 {
     message.clear();
-    QString text = term;
-    if (CharAt(text, 1) != kEquals)
-        text.prepend(kEquals);
-    if (CharAt(text, Len(text)) != kEquals)
-        text.append(kEquals);
+    const FramedText framed(term, kEquals);
+    const QStringView text = framed.view();
 
     Operand left;
     QChar op;
@@ -291,7 +294,7 @@ int GetCondVal(const QString &term, QString &message)
     for (int i = 2; i <= Len(text); ++i) {
         if (!isTermMark(CharAt(text, i)))
             continue;
-        const QString word = Mid(text, lastMark + 1, i - lastMark - 1);
+        const QStringView word = text.mid(lastMark, i - lastMark - 1);
         if (op.isNull()) {
             if (!readOperand(word, left, message))
                 return 0;
@@ -307,26 +310,36 @@ int GetCondVal(const QString &term, QString &message)
     return 0;
 }
 
-int GetANDORVal(const QString &text, QString &message)
+int GetANDORVal(QStringView text, QString &message)
 {
     message.clear();
-    QString t = UpperSameLength(text);
-    if (!t.contains(QLatin1String(" AND ")) && !t.contains(QLatin1String(" OR ")))
-        return static_cast<int>(RoundEven(Val1(t)));
-    if (CharAt(t, 1) != QLatin1Char(' '))
-        t.prepend(QLatin1Char(' '));
-    if (CharAt(t, Len(t)) != QLatin1Char(' '))
-        t.append(QLatin1String(" OR "));
+    // The text upper-cased, with a blank in front and " OR " at the end unless it
+    // already starts and ends with a blank.
+    QVarLengthArray<QChar, 128> chars;
+    chars.reserve(text.size() + 5);
+    const bool front = text.isEmpty() || text.front() != QLatin1Char(' ');
+    if (front)
+        chars.append(QLatin1Char(' '));
+    for (const QChar c : text)
+        chars.append(UpperChar(c));
+    const QStringView body = QStringView(chars.constData(), chars.size()).mid(front ? 1 : 0);
+    if (!body.contains(QLatin1String(" AND ")) && !body.contains(QLatin1String(" OR ")))
+        return static_cast<int>(RoundEven(Val1(body)));
+    if (chars.back() != QLatin1Char(' ')) {
+        const QStringView orEnd(u" OR ");
+        chars.append(orEnd.data(), orEnd.size());
+    }
+    const QStringView t(chars.constData(), chars.size());
 
     int wordStart = 2;
     int held = -1;
     bool heldIsAnd = false;
     for (int i = 2; i <= Len(t) - 3; ++i) {
-        const QString window = Mid(t, i, 4);
+        const QStringView window = t.mid(i - 1, 4);
         const bool isAnd = window == QLatin1String(" AND");
         if (!isAnd && window != QLatin1String(" OR "))
             continue;
-        const QString word = Mid(t, wordStart, i - wordStart);
+        const QStringView word = t.mid(wordStart - 1, i - wordStart);
         if (word != QLatin1String("0") && word != QLatin1String("1")) {
             message = QStringLiteral("Invalid boolean operation");
             return 0;

@@ -19,13 +19,13 @@ QString GetCond(int index, int &state);
 // "TRUE", "FALSE" or a message; on a message the condition is emptied.
 QString TestCond(QString &condition);
 // 1 when the comparison term holds, 0 otherwise; message "" on success.
-int GetCondVal(const QString &term, QString &message);
+int GetCondVal(QStringView term, QString &message);
 // The term around the comparison operator at position, first and last set. Quotes are
 // honoured; blanks end a term.
 QString GetLeftRightCondVars(const QString &text, int position, int &first, int &last);
 // The value (0 or 1) of a text of 0s and 1s joined by " AND " and " OR ": only the
 // first two count.
-int GetANDORVal(const QString &text, QString &message);
+int GetANDORVal(QStringView text, QString &message);
 // True when the two-character operator at position touches a further "<", ">" or "="
 // on either side.
 bool IllegalOperator(const QString &text, int position);

@@ -5,6 +5,7 @@
 // 0-based indexes.
 #include <QChar>
 #include <QString>
+#include <QVarLengthArray>
 
 namespace macro {
 
@@ -31,6 +32,10 @@ inline QChar CharAt(const QString &text, int pos)
 {
     return pos >= 1 && pos <= text.size() ? text.at(pos - 1) : QChar();
 }
+inline QChar CharAt(QStringView text, int pos)
+{
+    return pos >= 1 && pos <= text.size() ? text.at(pos - 1) : QChar();
+}
 // Up to len characters from position start (len < 0: to the end).
 QString Mid(const QString &text, int start, int len = -1);
 QString Left(const QString &text, int len);
@@ -41,6 +46,30 @@ int InStr(const QString &text, const QString &search);
 // Last position of search that ends at or before start (start < 1: the whole text).
 int InStrRev(const QString &text, const QString &search, int start = -1);
 inline int Len(const QString &text) { return static_cast<int>(text.size()); }
+inline int Len(QStringView text) { return static_cast<int>(text.size()); }
+
+// A text with mark added in front where it is not there already, then at the end where
+// it is not there already (an empty text becomes the one mark): the form the
+// evaluators scan a sub-expression in. Short texts stay on the stack.
+class FramedText
+{
+public:
+    FramedText(QStringView text, QChar mark)
+    {
+        const bool front = text.isEmpty() || text.front() != mark;
+        const bool back = !text.isEmpty() && text.back() != mark;
+        chars_.reserve(text.size() + 2);
+        if (front)
+            chars_.append(mark);
+        chars_.append(text.data(), text.size());
+        if (back)
+            chars_.append(mark);
+    }
+    QStringView view() const { return QStringView(chars_.constData(), chars_.size()); }
+
+private:
+    QVarLengthArray<QChar, 128> chars_;
+};
 
 // --- quotes and literals --------------------------------------------------------------
 

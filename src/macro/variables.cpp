@@ -41,7 +41,7 @@ MacroVar *find(const QString &upperName)
 
 } // namespace
 
-QString AllLetters(const QString &text, const QString &caption)
+QString AllLetters(QStringView text, const QString &caption)
 {
     if (text.contains(QLatin1String("ALITERAL")))
         return QStringLiteral("Strings not allowed in ") + caption + QStringLiteral("variable name");
@@ -82,6 +82,14 @@ QString UpperSameLength(const QString &text)
     for (; i < n; ++i)
         o[i] = UpperChar(o[i]);
     return out;
+}
+
+QString UpperNameView(QStringView name)
+{
+    for (const QChar c : name)
+        if (UpperChar(c) != c)
+            return UpperSameLength(name.toString());
+    return QString::fromRawData(name.data(), name.size());
 }
 
 void SetVarVal(const QString &name, int type, const Value &value)

@@ -29,7 +29,7 @@ inline constexpr const char *kTimeFormat = "HH:mm:ss";
 
 // "" when text is a variable name (every character from "A" to "z" by code; the
 // empty text passes); otherwise the message, built with caption ("LHS ", ...).
-QString AllLetters(const QString &text, const QString &caption);
+QString AllLetters(QStringView text, const QString &caption);
 
 // A value as stored: text or a double. A number may also be held as text, in the form
 // its caller passed it.
@@ -109,5 +109,8 @@ inline QChar UpperChar(QChar c)
         return u >= u'a' && u <= u'z' ? QChar(char16_t(u - 0x20)) : c;
     return c.toUpper();
 }
+// name in upper case, for a look-up. When name is upper case already the result reads
+// name's characters in place (QString::fromRawData) and must not outlive them.
+QString UpperNameView(QStringView name);
 
 } // namespace macro
