@@ -11,6 +11,9 @@
 #include "shell/quit.h"
 #include "shell/settings.h"
 #include "shell/startup.h"
+#include "reader/clip_store.h"
+#include "reader/tray_menu_forms.h"
+#include "ui/clip_controls.h"
 #include "ui/speech_panel.h"
 #include "ui/subsystem_calls.h"
 
@@ -22,6 +25,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTextEdit>
 #include <QTimer>
@@ -56,6 +60,8 @@ frmSonamark::frmSonamark(platform::TrayIcon *tray, QWidget *parent)
     setWindowTitle(QStringLiteral("Sonamark"));
     setWindowIcon(platform::ProgramIcon());
     buildControls();
+    clipControls = new ClipControls(this, centralWidget());
+    m_controlRow->insertWidget(2, clipControls->cmdClipToggle);
     buildMenus();
     Timer3 = new QTimer(this);
     Timer3->setInterval(kCollectIntervalMs);
@@ -77,6 +83,7 @@ void frmSonamark::buildControls()
     auto *central = new QWidget(this);
     auto *layout = new QVBoxLayout(central);
     auto *row = new QHBoxLayout;
+    m_controlRow = row;
     cmbFontSize = new QComboBox(central);
     cmbFontSize->setObjectName(QStringLiteral("cmbFontSize"));
     cmbFontSize->setEditable(true);
@@ -115,11 +122,7 @@ void frmSonamark::buildMenus()
                                 "Insert Date && Time", "Open Hyperlink"})
         later(edit, QLatin1String(caption));
 
-    QMenu *clipboard = menuBar()->addMenu(QStringLiteral("&Clipboard"));
-    later(clipboard, QStringLiteral("0 Clip Stored"));
-    later(clipboard, QStringLiteral("0 Pic Stored"));
-    later(clipboard, QStringLiteral("Enable Picture Clips"));
-    later(clipboard, QStringLiteral("Clear All Clips"));
+    clipControls->addClipboardMenu(menuBar()->addMenu(QStringLiteral("&Clipboard")));
 
     mnuSpellCheck = menuBar()->addAction(QStringLiteral("&Spell Check"));
     mnuSpellCheck->setEnabled(false);
@@ -154,8 +157,11 @@ void frmSonamark::buildMenus()
     mnuTalk = later(mnuPopUp, QStringLiteral("Talk"));
     mnuPause = later(mnuPopUp, QStringLiteral("Pause"));
     mnuStop = later(mnuPopUp, QStringLiteral("Stop"));
+    mnuSeparatorSC = mnuPopUp->addSeparator();
     mnuPUSpellCheck = later(mnuPopUp, QStringLiteral("Spell Check"));
+    mnuSeparator1 = mnuPopUp->addSeparator();
     QMenu *options = mnuPopUp->addMenu(QStringLiteral("Options"));
+    mnuOptions = options->menuAction();
     connect(options->addAction(QStringLiteral("Sonamark")), &QAction::triggered, this, [this] {
         showNormal();
         raise();
@@ -166,13 +172,13 @@ void frmSonamark::buildMenus()
         later(hotkeys, QLatin1String(caption));
     mnuOptionsHotkeysEnable = later(hotkeys, QStringLiteral("Enable Hotkeys"));
     mnuOptionsHotkeysEnable->setCheckable(true);
-    mnuPopUp->addSeparator();
-    later(mnuPopUp, QStringLiteral("0 Clip Stored"));
-    later(mnuPopUp, QStringLiteral("0 Pic Stored"));
-    mnuPopUp->addSeparator();
-    mnuPopUp->addAction(QStringLiteral("Cancel"));
-    connect(mnuPopUp->addAction(QStringLiteral("Quit Sonamark")), &QAction::triggered, this,
-            &frmSonamark::mnuFileExit_Click);
+    clipControls->addTrayRows(mnuPopUp);
+    mnuCancel = mnuPopUp->addAction(QStringLiteral("Cancel"));
+    connect(mnuCancel, &QAction::triggered, this,
+            [] { shell::Guarded("(Form) frmSonamark::Sub mnuCancel_Click", [] { reader::RestorePopUp2(); }); });
+    mnuSeparator3 = mnuPopUp->addSeparator();
+    mnuClose = mnuPopUp->addAction(QStringLiteral("Quit Sonamark"));
+    connect(mnuClose, &QAction::triggered, this, &frmSonamark::mnuFileExit_Click);
 }
 
 void frmSonamark::Form_Load()
@@ -204,6 +210,7 @@ void frmSonamark::Form_Load()
     state.ChildFormDepth = 0;
 
     CreateSpeechObject(this);
+    reader::SetClipView(clipControls);
 
     const bool hooked = HookKeyboard();
     // The table is loaded even without global hotkeys: the clipboard command and the
@@ -244,6 +251,11 @@ void frmSonamark::trayClicked(int button)
         return;
     }
     activateWindow();
+    popTrayMenu();
+}
+
+void frmSonamark::popTrayMenu()
+{
     auto *qtTray = dynamic_cast<platform::QtTrayIcon *>(m_tray);
     mnuPopUp->popup(qtTray ? qtTray->menuPosition() : QCursor::pos());
 }
@@ -270,6 +282,8 @@ void frmSonamark::closeEvent(QCloseEvent *event)
     }
     m_unloaded = true;
     Timer3->stop();
+    clipControls->stopTimers();
+    reader::SetClipView(nullptr);
     RunTimer->stop();
     m_tray->deleteIcon();
     UnhookKeyboard();

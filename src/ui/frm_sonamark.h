@@ -5,6 +5,7 @@
 
 class QAction;
 class QComboBox;
+class QHBoxLayout;
 class QLabel;
 class QMenu;
 class QTextEdit;
@@ -16,6 +17,7 @@ class TrayIcon;
 
 namespace ui {
 
+class ClipControls;
 class SpeechPanel;
 
 class frmSonamark : public QMainWindow {
@@ -30,6 +32,8 @@ public:
     bool loaded() const { return m_loaded; }
     // Sets the tray tip and status panel 1.
     void setStatusText(const QString &text);
+    // Pops up the tray menu in the form it stands in, beside the icon.
+    void popTrayMenu();
 
     QTextEdit *txtSpeech = nullptr;
     QComboBox *cmbFontSize = nullptr;
@@ -37,6 +41,7 @@ public:
     QLabel *sbStatusPanel2 = nullptr;
     QLabel *sbStatusPanel3 = nullptr;
     SpeechPanel *speechPanel = nullptr;  // List1, sliders, Talk, Pause, Stop, Timer2
+    ClipControls *clipControls = nullptr;  // cmdClipToggle, Timer1, Timer5, clip rows
     QTimer *Timer3 = nullptr;   // collects the clipboard each second
     QTimer *RunTimer = nullptr; // one-shot start of a pending macro
 
@@ -47,6 +52,12 @@ public:
     QMenu *mnuHotkeys = nullptr;
     QAction *mnuSpellCheck = nullptr;
     QAction *mnuPUSpellCheck = nullptr;
+    QAction *mnuSeparatorSC = nullptr;
+    QAction *mnuSeparator1 = nullptr;
+    QAction *mnuOptions = nullptr;
+    QAction *mnuCancel = nullptr;
+    QAction *mnuSeparator3 = nullptr;
+    QAction *mnuClose = nullptr;
     QAction *mnuHotkeysEnable = nullptr;
     QAction *mnuOptionsHotkeysEnable = nullptr;
 
@@ -70,6 +81,7 @@ private:
     bool m_loaded = false;
     bool m_unloaded = false;
     QString m_statusText;
+    QHBoxLayout *m_controlRow = nullptr;  // font size, cmdClipToggle
 };
 
 } // namespace ui

@@ -1,7 +1,10 @@
 #include "ui/speech_panel.h"
 
+#include "reader/clipboard_monitor.h"
 #include "reader/speech.h"
+#include "reader/tray_menu_forms.h"
 #include "shell/failure_report.h"
+#include "ui/clip_controls.h"
 #include "ui/frm_sonamark.h"
 
 #include <QAction>
@@ -188,7 +191,10 @@ void SpeechPanel::setPauseCaptions(const QString &caption)
 QString SpeechPanel::mnuTalkCaption() const { return mnuTalk ? mnuTalk->text() : QStringLiteral("Talk"); }
 bool SpeechPanel::mnuPauseVisible() const { return mnuPause && mnuPause->isVisible(); }
 bool SpeechPanel::mnuStopVisible() const { return mnuStop && mnuStop->isVisible(); }
-// The clipboard monitor's toggle arrives with the monitor; until then it is off.
-QString SpeechPanel::clipToggleCaption() const { return QStringLiteral("Clip Off"); }
+QString SpeechPanel::clipToggleCaption() const { return m_window->clipControls->clipToggleCaption(); }
+// In the shortened tray menu the first row offers the text set aside by the tray's switch.
+QString SpeechPanel::firstClipRow() const { return reader::monitor().TrayClipText; }
+void SpeechPanel::restorePopUp() { reader::RestorePopUp(); }
+void SpeechPanel::restorePopUp2() { reader::RestorePopUp2(); }
 
 } // namespace ui

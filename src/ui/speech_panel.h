@@ -67,6 +67,9 @@ public:
     bool mnuPauseVisible() const override;
     bool mnuStopVisible() const override;
     QString clipToggleCaption() const override;
+    QString firstClipRow() const override;
+    void restorePopUp() override;
+    void restorePopUp2() override;
 
     // Connects the tray entries to their handlers.
     void connectTrayEntries(QAction *talk, QAction *pause, QAction *stop);

@@ -9,6 +9,7 @@
 #include "macro/commands.h"
 #include "macro/nonprint.h"
 #include "platform/services.h"
+#include "reader/clipboard_monitor.h"
 #include "reader/speech.h"
 #include "shell/failure_report.h"
 #include "shell/settings.h"
@@ -17,7 +18,7 @@
 
 namespace ui {
 
-bool MonitoringClipboard() { return false; }
+bool MonitoringClipboard() { return reader::monitor().Monitoring; }
 
 void CreateSpeechObject(frmSonamark *window)
 {
@@ -76,14 +77,15 @@ bool TrayClickTakenByMacro()
 
 void TrayLeftClick(frmSonamark *)
 {
-    // Flipping clipboard monitoring arrives with the clipboard monitor.
+    // Flips clipboard monitoring, or offers Pause, Stop and Cancel while speaking.
+    shell::Guarded("(Form) frmSonamark::Function MyWindowProc", [] { reader::TrayLeftClick(); });
 }
 
 void CollectClipboard(frmSonamark *)
 {
     // Polling: a failing tick is ignored, the next one is the retry.
     try {
-        engine::PollClipboardCommand();
+        reader::Timer3_Timer();
     } catch (...) {
     }
 }

@@ -8,7 +8,7 @@ namespace ui {
 
 class frmSonamark;
 
-// Clipboard monitoring (Timer1) is on. Not built yet: always false.
+// Clipboard monitoring (Timer1) is on.
 bool MonitoringClipboard();
 // Creates the speech object and fills the voice list (nothing without an engine).
 void CreateSpeechObject(frmSonamark *window);
@@ -25,9 +25,10 @@ void SetLanguageTables();
 void ConnectMacroRunner(frmSonamark *window);
 // A click on the tray icon while a macro runs asks it to stop (true: nothing else to do).
 bool TrayClickTakenByMacro();
-// A left click on the tray icon otherwise: flip monitoring.
+// A left click on the tray icon otherwise: flip monitoring (or, during speech, the
+// menu of Pause, Stop and Cancel).
 void TrayLeftClick(frmSonamark *window);
-// Timer3: collects the clipboard once a second.
+// Timer3: collects text clips and the clipboard command once a second.
 void CollectClipboard(frmSonamark *window);
 // RunTimer: runs the macro waiting in PendingHotkey.
 void RunPendingHotkey(frmSonamark *window);

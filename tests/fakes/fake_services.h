@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <deque>
 #include <functional>
+#include <vector>
 
 namespace fakes {
 
@@ -62,13 +63,36 @@ public:
     QString nameOf(qint64 pid) const override { return running.value(pid); }
 };
 
+// A picture of plain pixels, row by row.
+class FakePicture : public platform::Picture {
+public:
+    FakePicture(int w, int h, quint32 fill = 0xff000000u) : m_w(w), m_h(h), m_pixels(qMax(0, w * h), fill) {}
+    int width() const override { return m_w; }
+    int height() const override { return m_h; }
+    quint32 pixel(int x, int y) const override
+    {
+        return x >= 0 && y >= 0 && x < m_w && y < m_h ? m_pixels[size_t(y * m_w + x)] : 0;
+    }
+    void setPixel(int x, int y, quint32 value) { m_pixels[size_t(y * m_w + x)] = value; }
+private:
+    int m_w, m_h;
+    std::vector<quint32> m_pixels;
+};
+
+// Holds either a text or a picture, as the real clipboard does. Every call is counted.
 class FakeClipboard : public platform::Clipboard {
 public:
     QString content;
-    int reads = 0;
+    platform::PicturePtr pictureContent;
+    int reads = 0;         // text reads
+    int pictureReads = 0;
+    int clears = 0;
+    QStringList written;   // every text given to setText, in order
     QString text() override { ++reads; return content; }
-    void setText(const QString &t) override { content = t; }
-    void clear() override { content.clear(); }
+    void setText(const QString &t) override { content = t; pictureContent.reset(); written << t; }
+    void clear() override { content.clear(); pictureContent.reset(); ++clears; }
+    platform::PicturePtr picture() override { ++pictureReads; return pictureContent; }
+    void setPicture(const platform::PicturePtr &p) override { pictureContent = p; content.clear(); }
 };
 
 class FakeDesktop : public platform::Desktop {

@@ -23,9 +23,12 @@ private:
 class MemoryClipboard : public Clipboard {
 public:
     QString content;
+    PicturePtr pictureContent;
     QString text() override { return content; }
-    void setText(const QString &text) override { content = text; }
-    void clear() override { content.clear(); }
+    void setText(const QString &text) override { content = text; pictureContent.reset(); }
+    void clear() override { content.clear(); pictureContent.reset(); }
+    PicturePtr picture() override { return pictureContent; }
+    void setPicture(const PicturePtr &picture) override { pictureContent = picture; content.clear(); }
 };
 
 // Installs the headless set for its lifetime; diagnostics go to diag.

@@ -2,18 +2,141 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcClipboard, "sonamark.clipboard", QtWarningMsg)
 
 namespace platform {
 
-QString QtClipboard::text() { return QGuiApplication::clipboard()->text(); }
+namespace {
+constexpr int kTextWaitMs = 100;     // longest wait of one read for another program's text
+constexpr int kPictureWaitMs = 150;  // the same for a picture (larger, and read once a second)
+const QByteArray kTextTarget = QByteArrayLiteral("UTF8_STRING");
+const QByteArray kPictureTarget = QByteArrayLiteral("image/png");
 
-void QtClipboard::setText(const QString &text) { QGuiApplication::clipboard()->setText(text); }
+QClipboard *qtClipboard() { return QGuiApplication::clipboard(); }
+} // namespace
+
+QtClipboard::QtClipboard()
+{
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        m_reader = SelectionReader::open();
+    m_connection = QObject::connect(qtClipboard(), &QClipboard::changed, [this](QClipboard::Mode mode) {
+        if (mode == QClipboard::Clipboard)
+            changed();
+    });
+}
+
+QtClipboard::~QtClipboard() { QObject::disconnect(m_connection); }
+
+void QtClipboard::changed()
+{
+    ++m_changes;
+    m_textSlot.fresh = false;
+    m_pictureSlot.fresh = false;
+}
+
+bool QtClipboard::fetch(Slot &slot, const QByteArray &target, int waitMs, QByteArray *bytes, bool *failed)
+{
+    *failed = false;
+    if (slot.job && slot.jobAt != m_changes)
+        slot.job.reset();  // started before the latest change: whatever it brings is stale
+    if (!slot.job) {
+        slot.job = m_reader->start(target);
+        slot.jobAt = m_changes;
+        ++m_transfers;
+        qCDebug(lcClipboard) << "transfer" << target;
+    }
+    // A transfer that already used up its wait on an earlier read is not waited for again.
+    const int left = int(qMax<qint64>(0, waitMs - SelectionReader::age(slot.job)));
+    const SelectionReader::Status status = SelectionReader::wait(slot.job, left, bytes);
+    if (status == SelectionReader::Status::Pending) {
+        qCDebug(lcClipboard) << "owner is slow;" << target << "counts as absent for now";
+        return false;
+    }
+    slot.job.reset();
+    *failed = status == SelectionReader::Status::Failed;
+    return true;
+}
+
+QString QtClipboard::text()
+{
+    if (m_textSlot.fresh)
+        return m_text;
+    QClipboard *clipboard = qtClipboard();
+    if (!m_reader || clipboard->ownsClipboard()) {
+        m_text = clipboard->text();
+    } else {
+        QByteArray bytes;
+        bool failed = false;
+        if (!fetch(m_textSlot, kTextTarget, kTextWaitMs, &bytes, &failed))
+            return QString();
+        m_text = failed ? QString() : QString::fromUtf8(bytes);
+    }
+    m_textSlot.fresh = true;
+    return m_text;
+}
+
+PicturePtr QtClipboard::picture()
+{
+    if (m_pictureSlot.fresh)
+        return m_picture;
+    QClipboard *clipboard = qtClipboard();
+    QImage image;
+    if (!m_reader || clipboard->ownsClipboard()) {
+        image = clipboard->image();
+    } else {
+        QByteArray bytes;
+        bool failed = false;
+        if (!fetch(m_pictureSlot, kPictureTarget, kPictureWaitMs, &bytes, &failed))
+            return nullptr;
+        if (!failed)
+            image.loadFromData(bytes, "PNG");
+    }
+    m_picture = image.isNull() ? nullptr : std::make_shared<QtPicture>(image);
+    m_pictureSlot.fresh = true;
+    return m_picture;
+}
+
+void QtClipboard::setText(const QString &text)
+{
+    qtClipboard()->setText(text);
+    m_text = text;
+    m_picture.reset();
+    m_textSlot = Slot{true, m_changes};
+    m_pictureSlot = Slot{true, m_changes};
+}
+
+void QtClipboard::setPicture(const PicturePtr &picture)
+{
+    if (!picture)
+        return;
+    const auto *own = dynamic_cast<const QtPicture *>(picture.get());
+    QImage image;
+    if (own) {
+        image = own->image();
+    } else {
+        image = QImage(picture->width(), picture->height(), QImage::Format_ARGB32);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                image.setPixel(x, y, picture->pixel(x, y));
+    }
+    qtClipboard()->setImage(image);
+    m_text.clear();
+    m_picture = std::make_shared<QtPicture>(image);
+    m_textSlot = Slot{true, m_changes};
+    m_pictureSlot = Slot{true, m_changes};
+}
 
 void QtClipboard::clear()
 {
     // Taking ownership with an empty text clears the clipboard whoever owned it.
-    QGuiApplication::clipboard()->setText(QString());
-    QGuiApplication::clipboard()->clear();
+    qtClipboard()->setText(QString());
+    qtClipboard()->clear();
+    m_text.clear();
+    m_picture.reset();
+    m_textSlot = Slot{true, m_changes};
+    m_pictureSlot = Slot{true, m_changes};
 }
 
 } // namespace platform
