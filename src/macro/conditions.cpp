@@ -60,10 +60,6 @@ struct Operand {
     double number = 0;
 };
 
-// A QString that reads view's characters in place, for a call that only reads its
-// argument; it must not outlive view.
-QString borrowed(QStringView view) { return QString::fromRawData(view.data(), view.size()); }
-
 bool readOperand(QStringView word, Operand &operand, QString &message)
 {
     const bool isName = AllLetters(word, QString()).isEmpty();
@@ -80,11 +76,11 @@ bool readOperand(QStringView word, Operand &operand, QString &message)
 
     if (type == kTypeString) {
         operand.isString = true;
-        operand.text = GetString(borrowed(word), message);
+        operand.text = GetString(Borrowed(word), message);
         return message.isEmpty();
     }
     if (!isName) {
-        value = SolveEquation(borrowed(word), message);
+        value = SolveEquation(Borrowed(word), message);
         if (!message.isEmpty())
             return false;
     }

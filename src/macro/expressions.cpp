@@ -18,12 +18,32 @@ constexpr QChar kPlus = QLatin1Char('+');
 
 
 // A "-" counts as an operator only when the character before it is not one.
-bool operatorAt(const QString &text, int i)
+bool operatorAt(QStringView text, int i)
 {
     const QChar c = CharAt(text, i);
     if (!IsOperator(c))
         return false;
     return c != QLatin1Char('-') || !IsOperator(CharAt(text, i - 1));
+}
+
+// First and last position of the operand-operator-operand range around the operator
+// at position.
+void operandRange(QStringView text, int position, int &first, int &last)
+{
+    first = 1;
+    for (int i = position - 1; i >= 2; --i) {
+        if (operatorAt(text, i)) {
+            first = i + 1;
+            break;
+        }
+    }
+    last = Len(text);
+    for (int i = position + 2; i <= Len(text) - 1; ++i) {
+        if (operatorAt(text, i)) {
+            last = i - 1;
+            break;
+        }
+    }
 }
 
 // Reduces every "*" and "/" of text, left to right, each to its result text.
@@ -41,11 +61,11 @@ bool reduceProducts(QString &text, QString &message)
         if (at == 0)
             return true;
         int first = 0, last = 0;
-        const QString range = GetLeftRightVars(text, at, first, last);
-        const double value = GetEquVal(range, message);
+        operandRange(text, at, first, last);
+        const double value = GetEquVal(QStringView(text).mid(first - 1, last - first + 1), message);
         if (!message.isEmpty())
             return false;
-        text = ReplaceString(text, first, last, ResultText(value));
+        text.replace(first - 1, last - first + 1, ResultText(value));
     }
 }
 
@@ -55,13 +75,12 @@ bool operandValue(QStringView wordView, double &value, QString &message)
     value = Val1(wordView);
     if (value != 0 || wordView == QLatin1String("0"))  // the number test
         return true;
-    const QString word = wordView.toString();
-    if (!AllLetters(word, QString()).isEmpty()) {
+    if (!AllLetters(wordView, QString()).isEmpty()) {
         message = QStringLiteral("Illegal equation variable");
         return false;
     }
     int type = kTypeNumber;
-    if (!GetVarNumber(UpperSameLength(word), value, type) || type == kTypeString) {
+    if (!GetVarNumber(UpperNameView(wordView), value, type) || type == kTypeString) {
         message = QStringLiteral("String variable not allowed");
         return false;
     }
@@ -105,35 +124,19 @@ QString varFailure(QString &rhs, const QString &message)
 
 QString GetLeftRightVars(const QString &text, int position, int &first, int &last)
 {
-    first = 1;
-    for (int i = position - 1; i >= 2; --i) {
-        if (operatorAt(text, i)) {
-            first = i + 1;
-            break;
-        }
-    }
-    last = Len(text);
-    for (int i = position + 2; i <= Len(text) - 1; ++i) {
-        if (operatorAt(text, i)) {
-            last = i - 1;
-            break;
-        }
-    }
+    operandRange(text, position, first, last);
     return Mid(text, first, last - first + 1);
 }
 
-double GetEquVal(const QString &expression, QString &message)
+double GetEquVal(QStringView expression, QString &message)
 {
     message.clear();
     if (expression.contains(kQuote) || expression.contains(kAmpersand)) {
         message = QStringLiteral("Illegal string variable in equation");
         return 0;
     }
-    QString text = expression;
-    if (CharAt(text, 1) != kPlus)
-        text.prepend(kPlus);
-    if (CharAt(text, Len(text)) != kPlus)
-        text.append(kPlus);
+    const FramedText framed(expression, kPlus);
+    const QStringView text = framed.view();
 
     double total = 0;
     bool haveTotal = false;
@@ -145,7 +148,7 @@ double GetEquVal(const QString &expression, QString &message)
             continue;
         if (c == QLatin1Char('-') && IsOperator(CharAt(text, i - 1)))
             continue;  // the sign of the next operand
-        const QStringView word = QStringView(text).mid(lastOperator, i - lastOperator - 1);
+        const QStringView word = text.mid(lastOperator, i - lastOperator - 1);
         double value = 0;
         if (!operandValue(word, value, message))
             return 0;
@@ -191,7 +194,7 @@ double SolveEquation(const QString &expression, QString &message)
         const double value = GetEquVal(inner, message);
         if (!message.isEmpty())
             return 0;
-        text = ReplaceString(text, open, close, ResultText(value));
+        text.replace(open - 1, close - open + 1, ResultText(value));
     }
     if (!reduceProducts(text, message))
         return 0;
@@ -207,19 +210,17 @@ QString GetString(const QString &expression, QString &message)
     message = ReplaceSpecialStringVars(text);
     if (!message.isEmpty())
         return {};
-    text = ReplaceAmpersandInQuotes(text);
-    if (CharAt(text, 1) != kAmpersand)
-        text.prepend(kAmpersand);
-    if (CharAt(text, Len(text)) != kAmpersand)
-        text.append(kAmpersand);
+    const QString joined = ReplaceAmpersandInQuotes(text);
+    const FramedText framed(joined, kAmpersand);
+    const QStringView parts = framed.view();
 
     QString result;
     int type = kTypeNumber;
     int lastAmpersand = 1;
-    for (int i = 2; i <= Len(text); ++i) {
-        if (CharAt(text, i) != kAmpersand)
+    for (int i = 2; i <= Len(parts); ++i) {
+        if (CharAt(parts, i) != kAmpersand)
             continue;
-        const QString word = Mid(text, lastAmpersand + 1, i - lastAmpersand - 1);
+        const QStringView word = parts.mid(lastAmpersand, i - lastAmpersand - 1);
         lastAmpersand = i;
         if (word.contains(kQuote)) {
             result += word.mid(1, word.size() - 2);
@@ -229,7 +230,7 @@ QString GetString(const QString &expression, QString &message)
             message = QStringLiteral("Illegal variable name");
             return {};
         }
-        QString name = word;
+        QString name = Borrowed(word);
         const QString value = GetVarVal(name, type);
         if (name.isEmpty()) {
             message = QStringLiteral("Variable not set");

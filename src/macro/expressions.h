@@ -11,7 +11,7 @@ namespace macro {
 // Value of a number expression; message "" on success.
 double SolveEquation(const QString &expression, QString &message);
 // Left-to-right value of an expression without parentheses; message "" on success.
-double GetEquVal(const QString &expression, QString &message);
+double GetEquVal(QStringView expression, QString &message);
 // The operand-operator-operand range around the operator at position: first and last
 // are set, and the sub-text is returned. A "-" right after an operator is a sign.
 QString GetLeftRightVars(const QString &text, int position, int &first, int &last);

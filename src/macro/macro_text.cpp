@@ -203,13 +203,15 @@ QString RemoveAllLiterals(QString &text)
 
 QString ReplaceAmpersandInQuotes(const QString &text)
 {
+    // The text is shared unchanged until its first "&" between quotes.
     QString out = text;
     bool inQuotes = false;
-    for (QChar &c : out) {
+    for (qsizetype i = 0; i < out.size(); ++i) {
+        const QChar c = out.at(i);
         if (c == kQuote)
             inQuotes = !inQuotes;
         else if (inQuotes && c == kAmpersand)
-            c = kAmpersandMarker;
+            out[i] = kAmpersandMarker;
     }
     return out;
 }

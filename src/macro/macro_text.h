@@ -47,6 +47,9 @@ int InStr(const QString &text, const QString &search);
 int InStrRev(const QString &text, const QString &search, int start = -1);
 inline int Len(const QString &text) { return static_cast<int>(text.size()); }
 inline int Len(QStringView text) { return static_cast<int>(text.size()); }
+// A QString that reads view's characters in place, for a call that only reads its
+// argument; it must not outlive them.
+inline QString Borrowed(QStringView view) { return QString::fromRawData(view.data(), view.size()); }
 
 // A text with mark added in front where it is not there already, then at the end where
 // it is not there already (an empty text becomes the one mark): the form the

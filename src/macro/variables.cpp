@@ -89,7 +89,7 @@ QString UpperNameView(QStringView name)
     for (const QChar c : name)
         if (UpperChar(c) != c)
             return UpperSameLength(name.toString());
-    return QString::fromRawData(name.data(), name.size());
+    return Borrowed(name);
 }
 
 void SetVarVal(const QString &name, int type, const Value &value)
