@@ -14,6 +14,7 @@
 #include "reader/clip_store.h"
 #include "reader/tray_menu_forms.h"
 #include "ui/clip_controls.h"
+#include "ui/document_menus.h"
 #include "ui/speech_panel.h"
 #include "ui/subsystem_calls.h"
 
@@ -93,6 +94,9 @@ void frmSonamark::buildControls()
     layout->addLayout(row);
     txtSpeech = new QTextEdit(central);
     txtSpeech->setObjectName(QStringLiteral("txtSpeech"));
+    documentMenus = new DocumentMenus(this, txtSpeech, [this] { return speechPanel->listIndex(); });
+    row->addWidget(documentMenus->cmdPaste);
+    row->addWidget(documentMenus->cmdClear);
     layout->addWidget(txtSpeech, 1);
     setCentralWidget(central);
 
@@ -110,9 +114,10 @@ void frmSonamark::buildControls()
 void frmSonamark::buildMenus()
 {
     QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
-    for (const char *caption : {"Open", "Save", "Save As..", "Save To MP3", "Save Text To MP3",
-                                "Convert Files To MP3", "Page Setup", "Print"})
+    documentMenus->addOpenSave(file);
+    for (const char *caption : {"Save To MP3", "Save Text To MP3", "Convert Files To MP3"})
         later(file, QLatin1String(caption));
+    documentMenus->addPrinting(file);
     file->addSeparator();
     connect(file->addAction(QStringLiteral("Exit")), &QAction::triggered, this, &frmSonamark::mnuFileExit_Click);
 
@@ -127,9 +132,7 @@ void frmSonamark::buildMenus()
     mnuSpellCheck = menuBar()->addAction(QStringLiteral("&Spell Check"));
     mnuSpellCheck->setEnabled(false);
 
-    QMenu *exceptions = menuBar()->addMenu(QStringLiteral("E&xceptions"));
-    for (const char *caption : {"Apply To Current Text", "Undo Exceptions", "Add New Exception", "Make Exceptions"})
-        later(exceptions, QLatin1String(caption));
+    documentMenus->addExceptionsMenu(menuBar()->addMenu(QStringLiteral("E&xceptions")));
 
     mnuHotkeys = menuBar()->addMenu(QStringLiteral("Hot&keys"));
     for (const char *caption : {"Edit Hotkeys", "Make Hotkeys Macro", "List Hotkeys"})

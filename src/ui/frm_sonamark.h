@@ -18,6 +18,7 @@ class TrayIcon;
 namespace ui {
 
 class ClipControls;
+class DocumentMenus;
 class SpeechPanel;
 
 class frmSonamark : public QMainWindow {
@@ -41,6 +42,7 @@ public:
     QLabel *sbStatusPanel2 = nullptr;
     QLabel *sbStatusPanel3 = nullptr;
     SpeechPanel *speechPanel = nullptr;  // List1, sliders, Talk, Pause, Stop, Timer2
+    DocumentMenus *documentMenus = nullptr;  // File and Exceptions entries, Paste, Clear
     ClipControls *clipControls = nullptr;  // cmdClipToggle, Timer1, Timer5, clip rows
     QTimer *Timer3 = nullptr;   // collects the clipboard each second
     QTimer *RunTimer = nullptr; // one-shot start of a pending macro

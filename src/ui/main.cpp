@@ -1,11 +1,14 @@
 // sonamark: the resident program.
 #include "platform/espeak/espeak_engine.h"
+#include "platform/linux/antiword_files.h"
 #include "platform/linux/proc_processes.h"
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_tray_icon.h"
 #include "platform/qt/tray_pictures.h"
 #include "platform/services.h"
+#include "reader/box_reader_text.h"
+#include "reader/exceptions.h"
 #include "shell/failure_report.h"
 #include "shell/startup.h"
 #include "ui/frm_aot_msg.h"
@@ -35,6 +38,8 @@ int main(int argc, char **argv)
     ui::ErrorWindows errors;
     ui::TextWindows textWindow;
     platform::espeak::EspeakEngine speech;
+    platform::AntiwordFiles wordFiles;
+    reader::BoxReaderText readerText;
     platform::Services services;
     services.speech = &speech;
     services.processes = &processes;
@@ -44,6 +49,8 @@ int main(int argc, char **argv)
     services.messages = &messages;
     services.errors = &errors;
     services.textWindow = &textWindow;
+    services.wordFiles = &wordFiles;
+    services.readerText = &readerText;
     platform::install(services);
 
     std::unique_ptr<ui::frmSonamark> window;
@@ -54,6 +61,7 @@ int main(int argc, char **argv)
 
     shell::StartupSteps steps;
     steps.probeDictionary = ui::DictionaryInstalled;
+    steps.getExceptions = reader::GetExceptions;
     steps.loadMainWindow = [&] {
         window = std::make_unique<ui::frmSonamark>(&tray);
         window->Form_Load();

@@ -1,6 +1,8 @@
 #include "ui/speech_panel.h"
 
 #include "reader/clipboard_monitor.h"
+#include "reader/documents.h"
+#include "reader/exceptions.h"
 #include "reader/speech.h"
 #include "reader/tray_menu_forms.h"
 #include "shell/failure_report.h"
@@ -179,6 +181,10 @@ void SpeechPanel::setTimer2Enabled(bool enabled)
     else
         Timer2->stop();
 }
+
+bool SpeechPanel::exceptionsOn() const { return reader::exceptionsState().ExceptionsOn; }
+void SpeechPanel::applyExceptions() { reader::mnuExceptionsApply_Click(); }
+void SpeechPanel::saveFile() { reader::mnuFileSave_Click(); }
 
 QString SpeechPanel::cmdPauseCaption() const { return cmdPause->text(); }
 QString SpeechPanel::mnuPauseCaption() const { return mnuPause ? mnuPause->text() : cmdPause->text(); }

@@ -60,6 +60,9 @@ public:
     void setStatusText(const QString &text) override;
     void setPanel2(const QString &text) override;
     void setTimer2Enabled(bool enabled) override;
+    bool exceptionsOn() const override;
+    void applyExceptions() override;
+    void saveFile() override;
     QString cmdPauseCaption() const override;
     QString mnuPauseCaption() const override;
     void setPauseCaptions(const QString &caption) override;

@@ -10,6 +10,7 @@
 #include "macro/nonprint.h"
 #include "platform/services.h"
 #include "reader/clipboard_monitor.h"
+#include "reader/documents.h"
 #include "reader/speech.h"
 #include "shell/failure_report.h"
 #include "shell/settings.h"
@@ -95,6 +96,6 @@ void RunPendingHotkey(frmSonamark *)
     shell::Guarded("(Form) frmSonamark::Sub RunTimer_Timer", [] { engine::RunTimer_Timer(); });
 }
 
-std::function<void()> SaveCurrentText(frmSonamark *) { return {}; }
+std::function<void()> SaveCurrentText(frmSonamark *) { return reader::mnuFileSave_Click; }
 
 } // namespace ui

@@ -32,7 +32,7 @@ void TrayLeftClick(frmSonamark *window);
 void CollectClipboard(frmSonamark *window);
 // RunTimer: runs the macro waiting in PendingHotkey.
 void RunPendingHotkey(frmSonamark *window);
-// What "save the current text" does at quit; empty while documents are not built.
+// What "save the current text" does at quit: File Save.
 std::function<void()> SaveCurrentText(frmSonamark *window);
 
 } // namespace ui

@@ -1,0 +1,250 @@
+// The text box's document side on real widgets: printing into a PDF read back with
+// pdftotext, edits that keep the formatting, the exceptions dialog and the main window's
+// File and Exceptions entries.
+#include "fakes/fake_services.h"
+#include "reader/documents.h"
+#include "reader/exceptions.h"
+#include "shell/app_state.h"
+#include "shell/settings.h"
+#include "ui/document_box.h"
+#include "ui/frm_exceptions.h"
+#include "ui/frm_sonamark.h"
+#include "ui/speech_panel.h"
+#include "ui/text_printer.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QFile>
+#include <QMenuBar>
+#include <QProcess>
+#include <QPrinter>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTextCursor>
+#include <QTextEdit>
+#include <gtest/gtest.h>
+
+using shell::app;
+
+namespace {
+
+// The text of a PDF as pdftotext reads it, or "<no pdftotext>".
+QString pdfText(const QString &pdf)
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+        return QStringLiteral("<no pdftotext>");
+    QProcess p;
+    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    p.waitForFinished(30000);
+    return QString::fromUtf8(p.readAllStandardOutput()).simplified();
+}
+
+struct DocumentsWindowTest : ::testing::Test {
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir.isValid());
+        app().reset();
+        app().AppFolder = dir.path() + QLatin1Char('/');
+        shell::settings().reset();
+        reader::exceptionsState().reset();
+    }
+    QString path(const QString &name) const { return dir.path() + QLatin1Char('/') + name; }
+
+    fakes::FakeServices fx;
+    QTemporaryDir dir;
+};
+
+QAction *findEntry(QMenuBar *bar, const QString &menu, const QString &caption)
+{
+    for (QAction *top : bar->actions()) {
+        if (top->text() != menu || !top->menu())
+            continue;
+        for (QAction *a : top->menu()->actions())
+            if (a->text() == caption)
+                return a;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+TEST_F(DocumentsWindowTest, PrintsTheWholeTextIntoAPdf)
+{
+    if (pdfText({}) == "<no pdftotext>")
+        GTEST_SKIP() << "pdftotext is not installed";
+    QTextEdit box;
+    box.setPlainText(QStringLiteral("The quick brown fox\nsecond paragraph here"));
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(path("all.pdf"));
+    const reader::PrintOutcome outcome = ui::PrintTextBox(&box, false, printer);
+    ASSERT_EQ(outcome.kind, reader::PrintOutcome::Printed) << outcome.error.toStdString();
+    const QString text = pdfText(path("all.pdf"));
+    EXPECT_TRUE(text.contains("The quick brown fox")) << text.toStdString();
+    EXPECT_TRUE(text.contains("second paragraph here")) << text.toStdString();
+}
+
+TEST_F(DocumentsWindowTest, PrintsOnlyTheSelection)
+{
+    if (pdfText({}) == "<no pdftotext>")
+        GTEST_SKIP() << "pdftotext is not installed";
+    QTextEdit box;
+    box.setPlainText(QStringLiteral("The quick brown fox\nsecond paragraph here"));
+    QTextCursor cursor = box.textCursor();
+    cursor.setPosition(10);
+    cursor.setPosition(19, QTextCursor::KeepAnchor);
+    box.setTextCursor(cursor);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(path("sel.pdf"));
+    ASSERT_EQ(ui::PrintTextBox(&box, true, printer).kind, reader::PrintOutcome::Printed);
+    const QString text = pdfText(path("sel.pdf"));
+    EXPECT_TRUE(text.startsWith("brown fox")) << text.toStdString();
+    EXPECT_FALSE(text.contains("quick")) << text.toStdString();
+    EXPECT_FALSE(text.contains("second")) << text.toStdString();
+    // The box itself is untouched by printing.
+    EXPECT_EQ(box.toPlainText(), "The quick brown fox\nsecond paragraph here");
+    EXPECT_EQ(box.textCursor().selectedText(), "brown fox");
+}
+
+TEST_F(DocumentsWindowTest, PrintIntoAPlaceThatCannotBeWrittenFails)
+{
+    QTextEdit box;
+    box.setPlainText(QStringLiteral("words"));
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QStringLiteral("/proc/sonamark-print.pdf"));
+    const reader::PrintOutcome outcome = ui::PrintTextBox(&box, false, printer);
+    EXPECT_EQ(outcome.kind, reader::PrintOutcome::Failed);
+    EXPECT_TRUE(outcome.error.contains("/proc/sonamark-print.pdf")) << outcome.error.toStdString();
+}
+
+TEST_F(DocumentsWindowTest, ExceptionsRewriteKeepsTheFormatOfTheRest)
+{
+    QWidget window;
+    QTextEdit edit(&window);
+    ui::DocumentBox box(&window, &edit);
+    edit.setHtml(QStringLiteral("<p>See <i>Dr</i> Smith at <b>noon</b></p>"));
+    reader::exceptionsState().Exceptions = {{"Dr", "Doctor"}};
+    reader::mnuExceptionsApply_Click();
+    EXPECT_EQ(edit.toPlainText(), "See Doctor Smith at noon");
+    QTextCursor probe(edit.document());
+    probe.setPosition(22);  // inside "noon"
+    EXPECT_EQ(probe.charFormat().fontWeight(), QFont::Bold);
+    reader::mnuExceptionsUndo_Click();
+    EXPECT_EQ(edit.toPlainText(), "See Dr Smith at noon");
+    probe.setPosition(18);
+    EXPECT_EQ(probe.charFormat().fontWeight(), QFont::Bold);
+}
+
+TEST_F(DocumentsWindowTest, SelectionReplaceLeavesTheNewTextSelected)
+{
+    QWidget window;
+    QTextEdit edit(&window);
+    ui::DocumentBox box(&window, &edit);
+    edit.setPlainText(QStringLiteral("Dr A\nand Dr B"));
+    box.select(5, 8);  // "and Dr B" on the second line
+    reader::exceptionsState().Exceptions = {{"Dr", "Doctor"}};
+    reader::mnuExceptionsApply_Click();
+    EXPECT_EQ(edit.toPlainText(), "Dr A\nand Doctor B");
+    EXPECT_EQ(box.selectedText(), "and Doctor B");
+}
+
+TEST_F(DocumentsWindowTest, RichDocumentSurvivesTheBox)
+{
+    QWidget window;
+    QTextEdit edit(&window);
+    ui::DocumentBox box(&window, &edit);
+    reader::RichDocument doc;
+    reader::RichParagraph p;
+    reader::CharFormat italic;
+    italic.italic = true;
+    p.append(QStringLiteral("plain "), {});
+    p.append(QStringLiteral("slanted"), italic);
+    doc.paragraphs << p;
+    box.loadRichDocument(doc);
+    EXPECT_EQ(box.text(), "plain slanted");
+    const reader::RichDocument back = box.richDocument();
+    ASSERT_EQ(back.paragraphs.size(), 1);
+    ASSERT_EQ(back.paragraphs[0].runs.size(), 2);
+    EXPECT_TRUE(back.paragraphs[0].runs[1].format.italic);
+    EXPECT_FALSE(back.paragraphs[0].runs[0].format.italic);
+}
+
+TEST_F(DocumentsWindowTest, ExceptionsDialogAddsSortedAndSaves)
+{
+    reader::exceptionsState().Exceptions = {{"zed", "zee"}, {"Dr", "Doctor"}};
+    {
+        ui::frmExceptions dialog(nullptr, -1);
+        EXPECT_EQ(app().ChildFormDepth, 1);
+        EXPECT_EQ(dialog.windowTitle(), "Sonamark - Word Exceptions");
+        ASSERT_EQ(dialog.cmbWords->count(), 2);
+        EXPECT_EQ(dialog.cmbWords->itemText(0), "Dr");
+        EXPECT_EQ(dialog.cmbChanges->itemText(0), "Doctor");
+        dialog.cmbWords->setEditText(QStringLiteral("St"));
+        dialog.cmbChanges->setEditText(QStringLiteral("Saint"));
+        dialog.cmdApply->click();
+        ASSERT_EQ(dialog.cmbWords->count(), 3);
+        EXPECT_EQ(dialog.cmbWords->itemText(1), "St");
+        EXPECT_EQ(dialog.cmbChanges->itemText(1), "Saint");
+        EXPECT_EQ(dialog.cmbWords->currentIndex(), 1);
+        // Delete asks, and on Yes the row goes from both lists and the file.
+        fx.messages.answers = {1};
+        dialog.cmdDelete->click();
+        EXPECT_EQ(dialog.cmbWords->count(), 2);
+        EXPECT_EQ(dialog.cmbChanges->count(), 2);
+        dialog.cmbWords->setEditText(QStringLiteral("Dr"));
+        dialog.cmdSpeakWord->click();
+        EXPECT_EQ(fx.speech.calls.last(), "speak 9 Dr");
+    }
+    EXPECT_EQ(app().ChildFormDepth, 0);
+    QFile file(path("exceptions.txt"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "\"Dr\",\"Doctor\"\r\n\"zed\",\"zee\"\r\n");
+}
+
+TEST_F(DocumentsWindowTest, MainWindowOffersTheDocumentAndExceptionsEntries)
+{
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    QMenuBar *bar = window.menuBar();
+    for (const char *caption : {"Open", "Save", "Save As..", "Page Setup", "Print"}) {
+        QAction *a = findEntry(bar, "&File", QLatin1String(caption));
+        ASSERT_NE(a, nullptr) << caption;
+        EXPECT_TRUE(a->isEnabled()) << caption;
+    }
+    for (const char *caption : {"Apply To Current Text", "Undo Exceptions", "Add New Exception", "Make Exceptions"}) {
+        QAction *a = findEntry(bar, "E&xceptions", QLatin1String(caption));
+        ASSERT_NE(a, nullptr) << caption;
+        EXPECT_TRUE(a->isEnabled()) << caption;
+    }
+    QAction *toggle = findEntry(bar, "E&xceptions", "Make Exceptions");
+    EXPECT_TRUE(toggle->isChecked());
+    toggle->trigger();
+    EXPECT_FALSE(toggle->isChecked());
+    EXPECT_FALSE(reader::exceptionsState().ExceptionsOn);
+    toggle->trigger();
+    EXPECT_TRUE(reader::exceptionsState().ExceptionsOn);
+}
+
+TEST_F(DocumentsWindowTest, TalkSpeaksTheRewrittenTextAndEditsMarkTheFileDirty)
+{
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    reader::exceptionsState().Exceptions = {{"Dr", "Doctor"}};
+    window.txtSpeech->setPlainText(QStringLiteral("Dr Who"));
+    window.speechPanel->cmdTalk->click();
+    EXPECT_EQ(window.txtSpeech->toPlainText(), "Doctor Who");
+    EXPECT_TRUE(fx.speech.lastSpoken.contains(">Doctor Who<")) << fx.speech.lastSpoken.toStdString();
+    // A typed change marks a file's text dirty, and quitting offers to save it.
+    app().CurrentFile = path("a.txt");
+    window.txtSpeech->moveCursor(QTextCursor::End);
+    window.txtSpeech->insertPlainText(QStringLiteral("!"));
+    EXPECT_TRUE(app().TextDirty);
+    fx.messages.answers = {1};  // Yes: save, then quit
+    EXPECT_TRUE(window.close());
+    QFile file(path("a.txt"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "Doctor Who!\r\n");
+}
