@@ -23,6 +23,8 @@ public:
     bool ok() const { return m_synth && m_synth->ok(); }
     // True when no audio device was found and output is a silent clock.
     bool silent() const { return m_player && m_player->silent(); }
+    // Bytes of the current stream taken by the audio device (0 on the silent clock).
+    qint64 bytesHandedToDevice() const { return m_player ? m_player->handedOverBytes() : 0; }
 
     QStringList voices() override;
     void setVoice(int index) override;

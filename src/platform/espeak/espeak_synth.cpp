@@ -83,11 +83,12 @@ void SynthThread::submit(const SynthJob &job)
 void SynthThread::cancelAll()
 {
     std::lock_guard lock(m_mutex);
-    quint64 highest = 0;
+    // The running job is among those dropped: a long text would otherwise go on being
+    // synthesised and hold back the next one.
+    quint64 highest = m_runningId;
     for (const SynthJob &j : m_queue)
         highest = qMax(highest, j.id);
     m_queue.clear();
-    // Every id handed out so far is below the next one the caller will use.
     m_cancelBelow = qMax<quint64>(m_cancelBelow, highest + 1);
 }
 
@@ -130,9 +131,12 @@ void SynthThread::run()
                 return;
             job = m_queue.front();
             m_queue.pop_front();
+            m_runningId = job.id;
         }
-        if (job.id < m_cancelBelow)
+        if (job.id < m_cancelBelow) {
+            m_runningId = 0;
             continue;
+        }
         if (!job.voiceIdentifier.isEmpty())
             espeak_SetVoiceByName(job.voiceIdentifier.toUtf8().constData());
         espeak_SetParameter(espeakRATE, job.wordsPerMinute, 0);
@@ -145,6 +149,7 @@ void SynthThread::run()
         if (err != EE_OK)
             qCWarning(lcEspeakSynth) << "synthesis failed:" << err;
         t_running = nullptr;
+        m_runningId = 0;
         SynthChunk end;
         end.id = job.id;
         end.last = true;

@@ -68,6 +68,7 @@ private:
     std::condition_variable m_wake;
     std::deque<SynthJob> m_queue;
     std::atomic<quint64> m_cancelBelow{0};  // jobs with a lower id are abandoned
+    std::atomic<quint64> m_runningId{0};    // the job being synthesised, 0 between jobs
     bool m_quit = false;
     std::thread m_thread;
 };

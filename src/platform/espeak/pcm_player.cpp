@@ -15,6 +15,13 @@ constexpr int kBytesPerSample = 2;
 constexpr int kDrainGraceMs = 3 * kSinkBufferMs + 100;  // longest a device may hold audio
 } // namespace
 
+PcmFeed::PcmFeed()
+{
+    // Unbuffered: QIODevice's own read-ahead would outlive clear() and play audio of a
+    // purged stream at the start of the next one.
+    open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+}
+
 void PcmFeed::append(const QByteArray &pcm)
 {
     {
@@ -71,7 +78,6 @@ PcmPlayer::PcmPlayer(int sampleRate, QObject *parent) : QObject(parent), m_sampl
         qCWarning(lcEspeakPlayer) << "no audio output device: speech runs silently";
     else
         m_sink = std::make_unique<QAudioSink>(device, m_format);
-    m_feed.open(QIODevice::ReadOnly);
 }
 
 PcmPlayer::~PcmPlayer() { stop(); }

@@ -14,9 +14,10 @@ class QAudioSink;
 
 namespace platform::espeak {
 
-// The growing buffer the sink pulls from.
+// The growing buffer the sink pulls from. It is open for reading from construction.
 class PcmFeed : public QIODevice {
 public:
+    PcmFeed();
     void append(const QByteArray &pcm);
     void clear();
     qint64 consumed() const;
@@ -49,6 +50,8 @@ public:
     // Samples of the stream heard so far (never more than were appended).
     qint64 playedSamples() const;
     qint64 appendedSamples() const { return m_appended; }
+    // Bytes of the stream the audio device has taken from us so far.
+    qint64 handedOverBytes() const { return m_feed.consumed(); }
     // Everything appended has been heard (or, on a device that does not say, handed over
     // long enough ago to have been).
     bool drained();
