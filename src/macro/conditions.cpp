@@ -252,8 +252,8 @@ QString TestCond(QString &condition)
     if (!message.isEmpty())
         return failed(message);
 
-    for (int close = InStr(condition, QStringLiteral(")")); close > 0; close = InStr(condition, QStringLiteral(")"))) {
-        const int open = InStrRev(condition, QStringLiteral("("), close);
+    for (int close = InStr(condition, QLatin1Char(')')); close > 0; close = InStr(condition, QLatin1Char(')'))) {
+        const int open = InStrRev(condition, QLatin1Char('('), close);
         if (open == 0)
             return failed(QStringLiteral("No matching left parenthesis"));
         QString inner = Mid(condition, open + 1, close - open - 1);

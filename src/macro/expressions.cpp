@@ -182,8 +182,8 @@ double SolveEquation(const QString &expression, QString &message)
     message = ReplaceSpecialNumVars(text);
     if (!message.isEmpty())
         return 0;
-    for (int close = InStr(text, QStringLiteral(")")); close > 0; close = InStr(text, QStringLiteral(")"))) {
-        const int open = InStrRev(text, QStringLiteral("("), close);
+    for (int close = InStr(text, QLatin1Char(')')); close > 0; close = InStr(text, QLatin1Char(')'))) {
+        const int open = InStrRev(text, QLatin1Char('('), close);
         if (open == 0) {
             message = QStringLiteral("Missing left parenthesis");
             return 0;

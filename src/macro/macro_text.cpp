@@ -303,11 +303,6 @@ QString ReplaceString(const QString &text, int first, int last, const QString &r
     return out;
 }
 
-bool IsOperator(QChar c)
-{
-    return c == QLatin1Char('+') || c == QLatin1Char('-') || c == QLatin1Char('*') || c == QLatin1Char('/');
-}
-
 bool InstrOperator(const QString &text)
 {
     for (const QChar c : text)

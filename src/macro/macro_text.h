@@ -45,6 +45,13 @@ int InStr(int start, const QString &text, const QString &search);
 int InStr(const QString &text, const QString &search);
 // Last position of search that ends at or before start (start < 1: the whole text).
 int InStrRev(const QString &text, const QString &search, int start = -1);
+// The same for one character.
+inline int InStr(const QString &text, QChar search) { return static_cast<int>(text.indexOf(search)) + 1; }
+inline int InStrRev(const QString &text, QChar search, int start)
+{
+    const qsizetype from = start < 1 || start > text.size() ? text.size() - 1 : start - 1;
+    return static_cast<int>(text.lastIndexOf(search, from)) + 1;
+}
 inline int Len(const QString &text) { return static_cast<int>(text.size()); }
 inline int Len(QStringView text) { return static_cast<int>(text.size()); }
 // A QString that reads view's characters in place, for a call that only reads its
@@ -101,7 +108,10 @@ void MIDSpaces4Commas(QString &text);
 // --- small tests and searches ------------------------------------------------------------
 
 QString ReplaceString(const QString &text, int first, int last, const QString &replacement);
-bool IsOperator(QChar c);
+inline bool IsOperator(QChar c)
+{
+    return c == QLatin1Char('+') || c == QLatin1Char('-') || c == QLatin1Char('*') || c == QLatin1Char('/');
+}
 bool InstrOperator(const QString &text);
 bool IsCondOperator(QChar c);
 bool IsSeqDelimiter(QChar c);

@@ -121,6 +121,17 @@ char *unsignedDigits(uint64_t n, char *out)
     return out;
 }
 
+// True when magnitude's fraction is a multiple of 2^-15 below 2^53: it has at most
+// fifteen decimals, all exact, and its whole part is an exact integer.
+bool hasShortBinaryFraction(double magnitude)
+{
+    constexpr double kExactIntegers = 9007199254740992.0;  // 2^53
+    if (magnitude >= kExactIntegers)
+        return false;
+    const double scaled = (magnitude - std::trunc(magnitude)) * 32768.0;  // exact: a power of two
+    return scaled == std::trunc(scaled);
+}
+
 // The result text of a finite, nonzero value (kResultPattern) into out (kFixedBuffer
 // characters); returns the end. exact is set when the text reads back as value itself.
 char *resultChars(double value, char *out, bool &exact)
@@ -128,32 +139,28 @@ char *resultChars(double value, char *out, bool &exact)
     const double magnitude = std::fabs(value);
     exact = true;
     char *o = out;
-    // A value whose fraction is a multiple of 2^-15 has at most fifteen decimals, all
-    // exact: whole part and decimals come straight from integer arithmetic.
-    constexpr double kExactIntegers = 9007199254740992.0;  // 2^53
-    if (magnitude < kExactIntegers) {
+    // Such a value's whole part and decimals come straight from integer arithmetic.
+    if (hasShortBinaryFraction(magnitude)) {
         const double whole = std::trunc(magnitude);
-        const double scaled = (magnitude - whole) * 32768.0;  // exact: a power of two
-        if (scaled == std::trunc(scaled)) {
-            if (value < 0)
-                *o++ = '-';
-            o = unsignedDigits(static_cast<uint64_t>(whole), o);
-            *o++ = '.';
-            // fraction * 10^15 = scaled * 5^15, below 10^15.
-            uint64_t decimals = static_cast<uint64_t>(scaled) * 30517578125ULL;
-            if (decimals != 0) {
-                int places = static_cast<int>(kDecimalDigits);
-                while (decimals % 10 == 0) {
-                    decimals /= 10;
-                    --places;
-                }
-                char digits[kDecimalDigits];
-                for (int i = places - 1; i >= 0; --i, decimals /= 10)
-                    digits[i] = static_cast<char>('0' + decimals % 10);
-                o = std::copy(digits, digits + places, o);
+        const double scaled = (magnitude - whole) * 32768.0;
+        if (value < 0)
+            *o++ = '-';
+        o = unsignedDigits(static_cast<uint64_t>(whole), o);
+        *o++ = '.';
+        // fraction * 10^15 = scaled * 5^15, below 10^15.
+        uint64_t decimals = static_cast<uint64_t>(scaled) * 30517578125ULL;
+        if (decimals != 0) {
+            int places = static_cast<int>(kDecimalDigits);
+            while (decimals % 10 == 0) {
+                decimals /= 10;
+                --places;
             }
-            return o;
+            char digits[kDecimalDigits];
+            for (int i = places - 1; i >= 0; --i, decimals /= 10)
+                digits[i] = static_cast<char>('0' + decimals % 10);
+            o = std::copy(digits, digits + places, o);
         }
+        return o;
     }
     // Below 8 a double's spacing is under 10^-15, so a shortest text of at most fifteen
     // decimals is also the value rounded to fifteen decimals.
@@ -207,6 +214,8 @@ double ResultValue(double value)
         throw std::overflow_error("Overflow");
     if (value == 0)
         return 0;
+    if (hasShortBinaryFraction(std::fabs(value)))
+        return value;  // its result text reads back as the value itself
     char out[kFixedBuffer + kMaxDecimals + 2];
     bool exact = false;
     const char *end = resultChars(value, out, exact);
