@@ -9,6 +9,7 @@
 #include "platform/services.h"
 #include "reader/box_reader_text.h"
 #include "reader/exceptions.h"
+#include "platform/x11/x11_input_hooks.h"
 #include "shell/failure_report.h"
 #include "shell/startup.h"
 #include "ui/frm_aot_msg.h"
@@ -38,6 +39,7 @@ int main(int argc, char **argv)
     ui::ErrorWindows errors;
     ui::TextWindows textWindow;
     platform::espeak::EspeakEngine speech;
+    platform::x11::X11InputHooks inputHooks;
     platform::AntiwordFiles wordFiles;
     reader::BoxReaderText readerText;
     platform::Services services;
@@ -51,6 +53,7 @@ int main(int argc, char **argv)
     services.textWindow = &textWindow;
     services.wordFiles = &wordFiles;
     services.readerText = &readerText;
+    services.inputHooks = &inputHooks;
     platform::install(services);
 
     std::unique_ptr<ui::frmSonamark> window;

@@ -4,7 +4,10 @@
 #include "engine/run_hooks.h"
 #include "engine/run_state.h"
 #include "engine/run_timer.h"
+#include "hotkeys/hook_state.h"
 #include "hotkeys/hotkeys_file.h"
+#include "hotkeys/input_hooks.h"
+#include "hotkeys/macro_recording.h"
 #include "hotkeys/hotkeys_table.h"
 #include "macro/commands.h"
 #include "macro/nonprint.h"
@@ -15,6 +18,7 @@
 #include "shell/failure_report.h"
 #include "shell/settings.h"
 #include "ui/frm_sonamark.h"
+#include "ui/hotkey_menus.h"
 #include "ui/speech_panel.h"
 
 namespace ui {
@@ -35,9 +39,9 @@ void ReleaseSpeechObject()
         reader::ReleaseSpeechObject();
 }
 
-bool HookKeyboard() { return false; }
+bool HookKeyboard() { return hotkeys::HookKeyboard(); }
 
-void UnhookKeyboard() {}
+void UnhookKeyboard() { hotkeys::UnhookKeyboard(); }
 
 void LoadHotkeysTable()
 {
@@ -49,6 +53,7 @@ void LoadHotkeysTable()
         table.HotkeysFileName.clear();
         table.HotkeyCount = 0;
     }
+    hotkeys::UpdateHookPlan();
 }
 
 void SetLanguageTables()
@@ -64,6 +69,7 @@ void ConnectMacroRunner(frmSonamark *window)
     commandUi.hideMainWindow = [window] { window->hide(); };
     // The hotkey editor is not part of this build: "edit instead" leaves the macro be.
     engine::SetCommandLineUi(commandUi);
+    ConnectHotkeyMenus(window);
 }
 
 bool TrayClickTakenByMacro()
@@ -72,7 +78,10 @@ bool TrayClickTakenByMacro()
         engine::RequestAbort();
         return true;
     }
-    // Ending a recording arrives with macro recording.
+    if (hotkeys::hookState().MacroRecording) {
+        hotkeys::EndRecording();
+        return true;
+    }
     return false;
 }
 
@@ -97,5 +106,11 @@ void RunPendingHotkey(frmSonamark *)
 }
 
 std::function<void()> SaveCurrentText(frmSonamark *) { return reader::mnuFileSave_Click; }
+
+void StopClipboardMonitor(frmSonamark *)
+{
+    if (MonitoringClipboard())
+        reader::cmdClipToggle_Click();  // from monitoring back to collecting
+}
 
 } // namespace ui

@@ -13,8 +13,7 @@ bool MonitoringClipboard();
 // Creates the speech object and fills the voice list (nothing without an engine).
 void CreateSpeechObject(frmSonamark *window);
 void ReleaseSpeechObject();
-// Global keyboard hook. Not built yet: false, so Form_Load reports that no global
-// hotkey is available.
+// Global keyboard hook; false when none can be had (Form_Load then says so).
 bool HookKeyboard();
 void UnhookKeyboard();
 // Reads the Hotkeys file named in the settings into the hotkeys table.
@@ -23,7 +22,8 @@ void LoadHotkeysTable();
 void SetLanguageTables();
 // Gives the macro runner the window's status panel and hide/edit operations.
 void ConnectMacroRunner(frmSonamark *window);
-// A click on the tray icon while a macro runs asks it to stop (true: nothing else to do).
+// A click on the tray icon while a macro runs asks it to stop, and while a macro is
+// recorded ends the recording (true: nothing else to do).
 bool TrayClickTakenByMacro();
 // A left click on the tray icon otherwise: flip monitoring (or, during speech, the
 // menu of Pause, Stop and Cancel).
@@ -34,5 +34,7 @@ void CollectClipboard(frmSonamark *window);
 void RunPendingHotkey(frmSonamark *window);
 // What "save the current text" does at quit: File Save.
 std::function<void()> SaveCurrentText(frmSonamark *window);
+// Turns clipboard monitoring off when it is on (a macro recording is starting).
+void StopClipboardMonitor(frmSonamark *window);
 
 } // namespace ui

@@ -163,6 +163,7 @@ FakeServices::FakeServices()
     set.textWindow = &textWindow;
     set.readerText = &readerText;
     set.speech = &speech;
+    set.inputHooks = &inputHooks;
     m_previous = platform::install(set);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // Fakes of the platform ports: they record what the logic asked for and answer from a
 // script. FakeServices installs all of them for the life of a test.
+#include "fakes/fake_input_hooks.h"
 #include "platform/services.h"
 
 #include <QList>
@@ -179,6 +180,7 @@ struct FakeServices {
     FakeTextWindow textWindow;
     FakeReaderText readerText;
     FakeSpeechEngine speech;
+    FakeInputHooks inputHooks;
 
     FakeServices();
     ~FakeServices();

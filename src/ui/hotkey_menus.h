@@ -1,0 +1,12 @@
+#pragma once
+// The main window's Hotkeys entries that work through the global hooks: "Make Hotkeys
+// Macro" and "Enable Hotkeys", on the menu bar and in the tray menu's Options.
+namespace ui {
+
+class frmSonamark;
+
+// Enables and connects the entries when the keyboard is hooked, gives the recorder the
+// window, and lets a hotkey start RunTimer.
+void ConnectHotkeyMenus(frmSonamark *window);
+
+} // namespace ui
