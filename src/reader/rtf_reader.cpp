@@ -26,7 +26,17 @@ enum class Destination {
     FontTable,
     ColorTable,
     BulletText,  // {\pntext} or {\listtext}: the shown bullet, dropped, marks a bullet
+    StyleSheet,  // style definitions: format words describe the style being read
 };
+
+// Which properties a style sets; the rest stay as they are when the style is applied.
+enum StyleProperty : quint32 {
+    kSetFont = 1u << 0, kSetSize = 1u << 1, kSetBold = 1u << 2, kSetItalic = 1u << 3,
+    kSetUnderline = 1u << 4, kSetStrike = 1u << 5, kSetHidden = 1u << 6, kSetColor = 1u << 7,
+    kSetAlignment = 1u << 8, kSetLeft = 1u << 9, kSetRight = 1u << 10, kSetFirst = 1u << 11,
+    kSetBullet = 1u << 12,
+};
+constexpr int kMaxStyleChain = 16;  // \sbasedon links followed when applying a style
 
 struct GroupState {
     Destination destination = Destination::Text;
@@ -40,6 +50,13 @@ struct GroupState {
     int colorIndex = 0;     // \cfN, 0 is automatic
     int unicodeSkip = 1;    // \ucN
     ParagraphFormat paragraph;
+    quint32 setMask = 0;    // in a style definition: the StyleProperty bits given
+};
+
+struct Style {
+    GroupState format;
+    int basedOn = -1;
+    bool character = false;  // \csN rather than \sN
 };
 
 struct FontEntry {
@@ -61,7 +78,7 @@ int HexValue(char c)
 bool IsSkippedDestination(const QByteArray &word)
 {
     static const QList<QByteArray> kSkipped = {
-        "stylesheet", "info", "pict", "object", "objdata", "objclass", "header", "headerl",
+        "info", "pict", "object", "objdata", "objclass", "header", "headerl",
         "headerr", "headerf", "footer", "footerl", "footerr", "footerf", "footnote",
         "fldinst", "annotation", "atnauthor", "atnid", "atndate", "xe", "tc", "txe", "rxe",
         "bkmkstart", "bkmkend", "filetbl", "revtbl", "rsidtbl", "listtable",
@@ -87,6 +104,10 @@ private:
     void openGroup();
     bool closeGroup();
     void controlWord(const QByteArray &word, std::optional<int> parameter);
+    bool formatWord(const QByteArray &word, std::optional<int> parameter, GroupState &s);
+    void styleWord(const QByteArray &word, int value);
+    void commitStyle();
+    void applyStyle(int number, bool character);
     void controlSymbol(char symbol);
     void literalByte(char byte);
     bool consumeSkippedUnit();
@@ -118,6 +139,11 @@ private:
     std::vector<std::optional<quint32>> colors_;
     int red_ = 0, green_ = 0, blue_ = 0;
     bool colorGiven_ = false;
+    QHash<int, Style> paragraphStyles_;
+    QHash<int, Style> characterStyles_;
+    int styleNumber_ = 0;           // the style definition being read
+    int styleBase_ = -1;
+    bool styleCharacter_ = false;
 
     QByteArray bytes_;              // text bytes not yet decoded
     int bytesCodePage_ = 0;
@@ -232,10 +258,20 @@ void RtfParser::openGroup()
         ++excessDepth_;
         return;
     }
-    if (stack_.empty())
+    if (stack_.empty()) {
         stack_.push_back(GroupState());
-    else
+    } else if (stack_.back().destination == Destination::StyleSheet) {
+        // A style definition describes itself from the defaults up.
+        GroupState entry;
+        entry.destination = Destination::StyleSheet;
+        entry.unicodeSkip = stack_.back().unicodeSkip;
+        stack_.push_back(entry);
+        styleNumber_ = 0;
+        styleBase_ = -1;
+        styleCharacter_ = false;
+    } else {
         stack_.push_back(stack_.back());
+    }
     starred_ = false;
     groupStart_ = true;
 }
@@ -339,6 +375,19 @@ void RtfParser::flushBytes()
     addText(text);
 }
 
+// Control characters are not text: escapes like \'0d or \u1 must not bring them in.
+QString WithoutControls(const QString &text, bool keepTab)
+{
+    auto isControl = [keepTab](QChar ch) {
+        return ch.unicode() < 0x20 && !(keepTab && ch == QLatin1Char('\t'));
+    };
+    if (std::none_of(text.begin(), text.end(), isControl))
+        return text;
+    QString result = text;
+    result.removeIf(isControl);
+    return result;
+}
+
 void RtfParser::addText(const QString &text)
 {
     if (stack_.empty())
@@ -347,12 +396,12 @@ void RtfParser::addText(const QString &text)
     case Destination::Text:
         if (state().hidden)
             return;
-        paragraph_.append(text, charFormat());
+        paragraph_.append(WithoutControls(text, true), charFormat());
         paragraphTouched_ = true;
         return;
     case Destination::FontTable:
         if (fontEntryNumber_ >= 0)
-            fontEntry_.name += text;
+            fontEntry_.name += WithoutControls(text, false);
         return;
     default:
         return;
@@ -405,6 +454,10 @@ void RtfParser::literalByte(char byte)
     case Destination::ColorTable:
         if (byte == ';')
             commitColor();
+        return;
+    case Destination::StyleSheet:
+        if (byte == ';')
+            commitStyle();
         return;
     default:
         return;
@@ -464,7 +517,6 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
 {
     GroupState &s = state();
     const int value = parameter.value_or(1);
-    const bool on = value != 0;
 
     if (word == "bin") {
         // Binary data: skipped whole, never counted as text.
@@ -494,6 +546,11 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
             s.destination = Destination::FontTable;
             return;
         }
+        if (word == "stylesheet") {
+            flushBytes();
+            s.destination = Destination::StyleSheet;
+            return;
+        }
         if (word == "colortbl") {
             flushBytes();
             s.destination = Destination::ColorTable;
@@ -516,6 +573,10 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
         }
         if (word == "fldrslt")
             return;
+        if (s.destination == Destination::StyleSheet && word == "cs") {
+            styleWord(word, value);  // {\*\csN ...}: a character style
+            return;
+        }
         if (starred_ || IsSkippedDestination(word)) {
             flushBytes();
             s.destination = Destination::Skip;
@@ -529,6 +590,11 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
         if (word == "red") red_ = value, colorGiven_ = true;
         else if (word == "green") green_ = value, colorGiven_ = true;
         else if (word == "blue") blue_ = value, colorGiven_ = true;
+        return;
+    }
+    if (s.destination == Destination::StyleSheet) {
+        if (!formatWord(word, parameter, s))
+            styleWord(word, value);
         return;
     }
     if (s.destination == Destination::FontTable) {
@@ -560,34 +626,12 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
     if (word == "uc") { s.unicodeSkip = std::clamp(value, 0, kMaxUnicodeSkip); return; }
 
     flushBytes();
-    // Character format.
-    if (word == "plain") {
-        s.font = -1;
-        s.halfPoints = 0;
-        s.bold = s.italic = s.underline = s.strike = s.hidden = false;
-        s.colorIndex = 0;
+    if (word == "s" || word == "cs") {
+        applyStyle(value, word == "cs");
         return;
     }
-    if (word == "f") { s.font = value; return; }
-    if (word == "fs") { s.halfPoints = std::clamp(value, 0, 3276); return; }
-    if (word == "b") { s.bold = on; return; }
-    if (word == "i") { s.italic = on; return; }
-    if (word == "strike" || word == "striked") { s.strike = on; return; }
-    if (word == "v") { s.hidden = on; return; }
-    if (word == "cf") { s.colorIndex = std::max(0, value); return; }
-    if (word == "ulnone") { s.underline = false; return; }
-    if (word.startsWith("ul") && word != "ulc") { s.underline = on; return; }
-
-    // Paragraph format.
-    if (word == "pard") { s.paragraph = ParagraphFormat(); return; }
-    if (word == "ql") { s.paragraph.alignment = Alignment::Left; return; }
-    if (word == "qr") { s.paragraph.alignment = Alignment::Right; return; }
-    if (word == "qc") { s.paragraph.alignment = Alignment::Center; return; }
-    if (word == "qj" || word == "qd") { s.paragraph.alignment = Alignment::Justify; return; }
-    if (word == "li" || word == "lin") { s.paragraph.leftIndent = parameter.value_or(0); return; }
-    if (word == "ri" || word == "rin") { s.paragraph.rightIndent = parameter.value_or(0); return; }
-    if (word == "fi") { s.paragraph.firstLineIndent = parameter.value_or(0); return; }
-    if (word == "ls") { s.paragraph.bullet = value > 0; return; }
+    if (formatWord(word, parameter, s))
+        return;
 
     if (s.destination != Destination::Text)
         return;
@@ -607,6 +651,117 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
     auto character = kCharacters.constFind(word);
     if (character != kCharacters.constEnd())
         addText(QString(QChar(*character)));
+}
+
+
+// Character and paragraph format words; true when the word was one of them.
+bool RtfParser::formatWord(const QByteArray &word, std::optional<int> parameter, GroupState &s)
+{
+    const int value = parameter.value_or(1);
+    const bool on = value != 0;
+    const int amount = parameter.value_or(0);
+    // Character format.
+    if (word == "plain") {
+        const quint32 kept = s.setMask & ~quint32(kSetFont | kSetSize | kSetBold | kSetItalic
+                                                  | kSetUnderline | kSetStrike | kSetHidden | kSetColor);
+        s.font = -1;
+        s.halfPoints = 0;
+        s.bold = s.italic = s.underline = s.strike = s.hidden = false;
+        s.colorIndex = 0;
+        s.setMask = kept;
+        return true;
+    }
+    if (word == "f") { s.font = value; s.setMask |= kSetFont; return true; }
+    if (word == "fs") { s.halfPoints = std::clamp(value, 0, 3276); s.setMask |= kSetSize; return true; }
+    if (word == "b") { s.bold = on; s.setMask |= kSetBold; return true; }
+    if (word == "i") { s.italic = on; s.setMask |= kSetItalic; return true; }
+    if (word == "strike" || word == "striked") { s.strike = on; s.setMask |= kSetStrike; return true; }
+    if (word == "v") { s.hidden = on; s.setMask |= kSetHidden; return true; }
+    if (word == "cf") { s.colorIndex = std::max(0, value); s.setMask |= kSetColor; return true; }
+    if (word == "ulnone") { s.underline = false; s.setMask |= kSetUnderline; return true; }
+    if (word.startsWith("ul") && word != "ulc") { s.underline = on; s.setMask |= kSetUnderline; return true; }
+
+    // Paragraph format.
+    ParagraphFormat &p = s.paragraph;
+    if (word == "pard") {
+        p = ParagraphFormat();
+        s.setMask &= ~quint32(kSetAlignment | kSetLeft | kSetRight | kSetFirst | kSetBullet);
+        return true;
+    }
+    if (word == "ql") { p.alignment = Alignment::Left; s.setMask |= kSetAlignment; return true; }
+    if (word == "qr") { p.alignment = Alignment::Right; s.setMask |= kSetAlignment; return true; }
+    if (word == "qc") { p.alignment = Alignment::Center; s.setMask |= kSetAlignment; return true; }
+    if (word == "qj" || word == "qd") { p.alignment = Alignment::Justify; s.setMask |= kSetAlignment; return true; }
+    if (word == "li" || word == "lin") { p.leftIndent = amount; s.setMask |= kSetLeft; return true; }
+    if (word == "ri" || word == "rin") { p.rightIndent = amount; s.setMask |= kSetRight; return true; }
+    if (word == "fi") { p.firstLineIndent = amount; s.setMask |= kSetFirst; return true; }
+    if (word == "ls") { p.bullet = value > 0; s.setMask |= kSetBullet; return true; }
+    return false;
+}
+
+// A word inside a style definition that names the style or its base.
+void RtfParser::styleWord(const QByteArray &word, int value)
+{
+    if (word == "s" || word == "cs") {
+        styleNumber_ = value;
+        styleCharacter_ = word == "cs";
+    } else if (word == "sbasedon") {
+        styleBase_ = value;
+    }
+}
+
+void RtfParser::commitStyle()
+{
+    Style style;
+    style.format = state();
+    style.basedOn = styleBase_;
+    style.character = styleCharacter_;
+    (styleCharacter_ ? characterStyles_ : paragraphStyles_).insert(styleNumber_, style);
+    // A table written without a group per style goes on with the next one from scratch.
+    const Destination destination = state().destination;
+    const int skip = state().unicodeSkip;
+    state() = GroupState();
+    state().destination = destination;
+    state().unicodeSkip = skip;
+    styleNumber_ = 0;
+    styleBase_ = -1;
+    styleCharacter_ = false;
+}
+
+void RtfParser::applyStyle(int number, bool character)
+{
+    const QHash<int, Style> &styles = character ? characterStyles_ : paragraphStyles_;
+    // The chain of bases, applied from the root down; bounded against loops.
+    std::vector<const Style *> chain;
+    for (int n = number; chain.size() < kMaxStyleChain;) {
+        auto found = styles.constFind(n);
+        if (found == styles.constEnd())
+            break;
+        chain.push_back(&*found);
+        if (found->basedOn < 0 || found->basedOn == n)
+            break;
+        n = found->basedOn;
+    }
+    GroupState &s = state();
+    for (auto it = chain.rbegin(); it != chain.rend(); ++it) {
+        const GroupState &f = (*it)->format;
+        const quint32 m = f.setMask;
+        if (m & kSetFont) s.font = f.font;
+        if (m & kSetSize) s.halfPoints = f.halfPoints;
+        if (m & kSetBold) s.bold = f.bold;
+        if (m & kSetItalic) s.italic = f.italic;
+        if (m & kSetUnderline) s.underline = f.underline;
+        if (m & kSetStrike) s.strike = f.strike;
+        if (m & kSetHidden) s.hidden = f.hidden;
+        if (m & kSetColor) s.colorIndex = f.colorIndex;
+        if (character)
+            continue;
+        if (m & kSetAlignment) s.paragraph.alignment = f.paragraph.alignment;
+        if (m & kSetLeft) s.paragraph.leftIndent = f.paragraph.leftIndent;
+        if (m & kSetRight) s.paragraph.rightIndent = f.paragraph.rightIndent;
+        if (m & kSetFirst) s.paragraph.firstLineIndent = f.paragraph.firstLineIndent;
+        if (m & kSetBullet) s.paragraph.bullet = f.paragraph.bullet;
+    }
 }
 
 } // namespace

@@ -26,13 +26,16 @@ private:
     QStringList fonts_;
     QList<quint32> colors_;
     int symbolFont_ = -1;
+    int defaultFont_ = 0;  // past the table when some run names no font
     QStringEncoder fallback_{"windows-1252"};
 };
 
 void RtfWriter::collectTables()
 {
     bool bullets = false;
-    auto collect = [this](const CharFormat &format) {
+    bool unnamed = false;
+    auto collect = [this, &unnamed](const CharFormat &format) {
+        unnamed = unnamed || format.family.isEmpty();
         if (!format.family.isEmpty() && !fonts_.contains(format.family))
             fonts_.append(format.family);
         if (format.color && !colors_.contains(*format.color))
@@ -51,11 +54,13 @@ void RtfWriter::collectTables()
             fonts_.append(QStringLiteral("Symbol"));
         }
     }
+    if (unnamed)
+        defaultFont_ = fonts_.size();
 }
 
 void RtfWriter::writeHeader()
 {
-    out_ += "{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\n{\\fonttbl";
+    out_ += "{\\rtf1\\ansi\\ansicpg1252\\deff" + QByteArray::number(defaultFont_) + "\\uc1\n{\\fonttbl";
     for (int i = 0; i < fonts_.size(); ++i) {
         out_ += "{\\f" + QByteArray::number(i);
         out_ += i == symbolFont_ ? "\\ftech\\fcharset2 " : "\\fnil\\fcharset0 ";
