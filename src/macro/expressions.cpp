@@ -7,6 +7,8 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
+
 namespace macro {
 
 namespace {
@@ -131,7 +133,7 @@ QString GetLeftRightVars(const QString &text, int position, int &first, int &las
 double GetEquVal(QStringView expression, QString &message)
 {
     message.clear();
-    if (expression.contains(kQuote) || expression.contains(kAmpersand)) {
+    if (std::any_of(expression.begin(), expression.end(), [](QChar c) { return c == kQuote || c == kAmpersand; })) {
         message = QStringLiteral("Illegal string variable in equation");
         return 0;
     }

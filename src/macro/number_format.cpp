@@ -147,18 +147,11 @@ char *resultChars(double value, char *out, bool &exact)
             *o++ = '-';
         o = unsignedDigits(static_cast<uint64_t>(whole), o);
         *o++ = '.';
-        // fraction * 10^15 = scaled * 5^15, below 10^15.
-        uint64_t decimals = static_cast<uint64_t>(scaled) * 30517578125ULL;
-        if (decimals != 0) {
-            int places = static_cast<int>(kDecimalDigits);
-            while (decimals % 10 == 0) {
-                decimals /= 10;
-                --places;
-            }
-            char digits[kDecimalDigits];
-            for (int i = places - 1; i >= 0; --i, decimals /= 10)
-                digits[i] = static_cast<char>('0' + decimals % 10);
-            o = std::copy(digits, digits + places, o);
+        // Each step moves one decimal of the fraction (a count of 2^-15) into the
+        // whole part; at most fifteen steps empty it.
+        for (uint64_t fraction = static_cast<uint64_t>(scaled); fraction != 0; fraction &= 0x7FFF) {
+            fraction *= 10;
+            *o++ = static_cast<char>('0' + (fraction >> 15));
         }
         return o;
     }

@@ -24,9 +24,10 @@ constexpr int kExactDigits = 15;
 constexpr double kExactPowersOfTen[kExactDigits + 1] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-// A plain decimal number of at most kExactDigits digits, without exponent, read
-// exactly: the integer of its digits divided by a power of ten is one correctly rounded
-// operation, the same double a full conversion gives. False when the text is longer.
+// A text that is one plain decimal number of at most kExactDigits digits, without
+// exponent, read exactly: the integer of its digits divided by a power of ten is one
+// correctly rounded operation, the same double a full conversion gives. False for any
+// other text.
 bool shortDecimal(QStringView t, double &value)
 {
     qsizetype i = 0;
@@ -51,6 +52,8 @@ bool shortDecimal(QStringView t, double &value)
             return false;
         }
     }
+    if (count == 0)
+        return false;
     const double magnitude = static_cast<double>(digits) / kExactPowersOfTen[decimals];
     value = negative ? -magnitude : magnitude;
     return true;
@@ -105,6 +108,9 @@ double Val1(QStringView text)
         t = t.trimmed();
     if (t.isEmpty())
         return 0;
+    double value = 0;
+    if (shortDecimal(t, value))
+        return value;
     for (const QChar c : t)
         if (!isNumberChar(c))
             return 0;
