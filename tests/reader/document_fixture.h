@@ -2,6 +2,7 @@
 // A text box stand-in for the exceptions and document commands, a temporary data folder,
 // and a scripted word-processor reader.
 #include "fakes/fake_services.h"
+#include "speech_fixture.h"
 #include "reader/exceptions.h"
 #include "reader/speech.h"
 #include "reader/text_box.h"
@@ -111,9 +112,12 @@ protected:
         reader::speechVars().reset();
         reader::SetTextBox(&box);
         platform::services().wordFiles = &word;
+        // The speech side of the window, which Reset_txtSpeech refreshes.
+        reader::CreateSpeechObject(&speechView);
     }
     void TearDown() override
     {
+        reader::ReleaseSpeechObject();
         reader::SetTextBox(nullptr);
         platform::services().wordFiles = nullptr;
     }
@@ -140,6 +144,7 @@ protected:
 
     fakes::FakeServices fx;
     FakeTextBox box;
+    FakeSpeechView speechView;
     FakeWordFiles word;
     QTemporaryDir dir;
 };

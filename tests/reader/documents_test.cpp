@@ -332,6 +332,9 @@ TEST_F(DocumentTest, PasteAsksToSaveAndForgetsTheFile)
     EXPECT_EQ(messages(), QStringList{"Save: Save changes to current file?"});
     EXPECT_EQ(readFile("a.txt"), "edited\r\n");
     EXPECT_EQ(box.box, "from the clipboard");
+    EXPECT_EQ(app().CurrentFile, "");
+    EXPECT_FALSE(app().TextDirty);
+    EXPECT_EQ(speechView.caption, "Sonamark - Text-To-Speech Reader");
 }
 
 TEST_F(DocumentTest, PrintAsksAboutTheSelection)

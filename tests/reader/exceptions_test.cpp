@@ -267,6 +267,7 @@ TEST_F(ExceptionsTest, NewExceptionForAKnownWordAsksFirst)
 
 TEST_F(ExceptionsTest, TrialSpeechUsesTheChosenVoiceWithoutHighlight)
 {
+    fx.speech.calls.clear();
     speechVars().VoiceCount = 2;
     speechVars().VoiceIndex[1] = 5;
     speechVars().HighlightOn = true;

@@ -1,5 +1,6 @@
 #include "platform/linux/antiword_files.h"
 
+#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -14,7 +15,7 @@ AntiwordFiles::AntiwordFiles(QString program)
 {
 }
 
-bool AntiwordFiles::installed() const { return !m_program.isEmpty(); }
+bool AntiwordFiles::installed() const { return !m_program.isEmpty() && QFileInfo(m_program).isExecutable(); }
 
 bool AntiwordFiles::readText(const QString &path, QString *text, QString *error)
 {
@@ -42,7 +43,11 @@ bool AntiwordFiles::readText(const QString &path, QString *text, QString *error)
         *error = why.isEmpty() ? QStringLiteral("antiword failed") : why;
         return false;
     }
-    *text = QString::fromUtf8(process.readAllStandardOutput());
+    QString out = QString::fromUtf8(process.readAllStandardOutput());
+    // antiword starts its output with an empty line.
+    while (out.startsWith(QLatin1Char('\n')))
+        out.remove(0, 1);
+    *text = out;
     return true;
 }
 
