@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# End-to-end: global hotkeys on the real X server. A hotkey typed into another program's
+# window runs its macro and never reaches that window; right Ctrl does not make a
+# left-Ctrl hotkey and its key goes through; Esc ends a macro's [WAIT] at once and is not
+# passed on, while with no macro running it belongs to the window. The other program is
+# xev, which prints every key it receives.
+# Usage: hotkeys_e2e.sh BIN_DIR XTEST_KEYS
+set -u
+bin="$1"
+keys="$2"
+source "$(dirname "$0")/e2e_lib.sh"
+printf '0\r\n' > "$home/ShowInstructions.flg"
+# Option 7 ("1"): hotkeys enabled at start.
+printf '"12"\r\n"Mary"\r\n"0"\r\n"100"\r\n"0"\r\n"1"\r\n"1"\r\n"%s"\r\n' "$home/Hotkeys.txt" > "$home/options.def"
+# "Waiter" waits 30 seconds; Esc ends the wait, and the report then tells "WAIT aborted by user".
+printf '"<Hotkeys Macros v1.2>"\r\n#TRUE#,"^%%k","Waiter","[WAIT 30]"\r\n' > "$home/Hotkeys.txt"
+keylog="$home/xev.log"
+
+"$bin/sonamark" /h &
+pids+=($!)
+wait_for 15 icon_in_tray || fail "the icon did not appear in the tray host"
+
+xev -name keysink -geometry 300x200+100+100 > "$keylog" 2>&1 &
+pids+=($!)
+wait_for 10 managed_window_named keysink || fail "xev did not open"
+sink=$(managed_window_named keysink)
+focus_sink() { xdotool windowactivate --sync "$sink" >/dev/null 2>&1; sleep 0.3; }
+# received KEYSYM: how many presses of KEYSYM reached xev
+received() { grep -A2 '^KeyPress' "$keylog" | grep -c "keysym 0x[0-9a-f]*, $1)"; }
+
+focus_sink
+"$keys" down Control_R down Alt_L tap k up Alt_L up Control_R
+sleep 1
+"$keys" tap Escape
+sleep 1
+[ "$(received k)" = 1 ] || fail "right Ctrl+Alt+k did not reach the other window"
+[ "$(received Escape)" = 1 ] || fail "Esc was swallowed: right Ctrl started the left-Ctrl hotkey's macro"
+managed_window_named "ERROR REPORT" >/dev/null && fail "a macro ran on right Ctrl"
+echo "ok - right Ctrl does not fire a left-Ctrl hotkey, and the key goes through"
+
+focus_sink
+"$keys" down Control_L down Alt_L tap k up Alt_L up Control_L
+sleep 1
+managed_window_named "ERROR REPORT" >/dev/null && fail "the macro did not wait"
+focus_sink
+start=$(date +%s.%N)
+"$keys" tap Escape
+wait_for 10 managed_window_named "ERROR REPORT" || fail "Esc did not end the macro's [WAIT 30]"
+elapsed=$(echo "$(date +%s.%N) - $start" | bc)
+[ "$(received k)" = 1 ] || fail "the hotkey's k reached the other window"
+[ "$(received Escape)" = 1 ] || fail "Esc reached the other window while the macro ran"
+echo "ok - a hotkey typed into another window runs its macro and is swallowed"
+echo "ok - Esc ends the macro's wait after ${elapsed}s and is swallowed"
+
+sleep 0.5
+focus_sink
+"$keys" tap Escape
+sleep 0.5
+[ "$(received Escape)" = 2 ] || fail "Esc did not reach the other window once the macro had ended"
+echo "ok - Esc passes on when no macro runs"
