@@ -2,7 +2,10 @@
 // pdftotext, edits that keep the formatting, the exceptions dialog and the main window's
 // File and Exceptions entries.
 #include "fakes/fake_services.h"
+#include "reader/box_reader_text.h"
 #include "reader/documents.h"
+#include "reader/rtf_reader.h"
+#include "reader/speech.h"
 #include "reader/exceptions.h"
 #include "shell/app_state.h"
 #include "shell/settings.h"
@@ -21,6 +24,7 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextEdit>
 #include <gtest/gtest.h>
@@ -54,6 +58,36 @@ struct DocumentsWindowTest : ::testing::Test {
     fakes::FakeServices fx;
     QTemporaryDir dir;
 };
+
+// The window's text box with the file dialogs answered from a script.
+class ScriptedBox : public ui::DocumentBox {
+public:
+    using ui::DocumentBox::DocumentBox;
+    QStringList answers;
+    std::optional<QString> showOpen(const QString &, const QString &) override { return next(); }
+    std::optional<QString> showSave(const QString &, const QString &) override { return next(); }
+
+private:
+    std::optional<QString> next()
+    {
+        if (answers.isEmpty())
+            return std::nullopt;
+        return answers.takeFirst();
+    }
+};
+
+QByteArray readAll(const QString &name)
+{
+    QFile f(name);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
+}
+
+void writeAll(const QString &name, const QByteArray &bytes)
+{
+    QFile f(name);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
 
 QAction *findEntry(QMenuBar *bar, const QString &menu, const QString &caption)
 {
@@ -226,6 +260,7 @@ TEST_F(DocumentsWindowTest, MainWindowOffersTheDocumentAndExceptionsEntries)
     EXPECT_FALSE(reader::exceptionsState().ExceptionsOn);
     toggle->trigger();
     EXPECT_TRUE(reader::exceptionsState().ExceptionsOn);
+    reader::ReleaseSpeechObject();
 }
 
 TEST_F(DocumentsWindowTest, TalkSpeaksTheRewrittenTextAndEditsMarkTheFileDirty)
@@ -247,4 +282,81 @@ TEST_F(DocumentsWindowTest, TalkSpeaksTheRewrittenTextAndEditsMarkTheFileDirty)
     QFile file(path("a.txt"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "Doctor Who!\r\n");
+}
+
+TEST_F(DocumentsWindowTest, RichTextFileOpensFormattedAndSavesBackAsRtf)
+{
+    QWidget window;
+    QTextEdit edit(&window);
+    ScriptedBox box(&window, &edit);
+    QObject::connect(&edit, &QTextEdit::textChanged, [] { reader::txtSpeech_Change(); });
+    writeAll(path("in.rtf"), "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Arial;}}"
+                             "\\pard\\qc\\f0\\fs24 Title\\par"
+                             "\\pard Normal {\\b bold} {\\i italic} caf\\'e9\\par}");
+    box.answers = {path("in.rtf")};
+    reader::mnuFileLoad_Click();
+    EXPECT_EQ(edit.toPlainText(), QString::fromUtf8("Title\nNormal bold italic café"));
+    EXPECT_EQ(app().CurrentFile, path("in.rtf"));
+    EXPECT_FALSE(app().TextDirty);
+    EXPECT_EQ(int(edit.document()->firstBlock().blockFormat().alignment() & Qt::AlignHorizontal_Mask), int(Qt::AlignHCenter));
+    // An edit, then Save writes RTF that keeps the formatting.
+    QTextCursor cursor(edit.document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("!"));
+    ASSERT_TRUE(app().TextDirty);
+    reader::mnuFileSave_Click();
+    EXPECT_FALSE(app().TextDirty);
+    QString error;
+    const reader::RichDocument saved = reader::ReadRtf(readAll(path("in.rtf")), &error);
+    EXPECT_EQ(error, "");
+    EXPECT_EQ(saved.plainText(), QString::fromUtf8("Title\nNormal bold italic café!"));
+    ASSERT_EQ(saved.paragraphs.size(), 2);
+    EXPECT_EQ(saved.paragraphs[0].format.alignment, reader::Alignment::Center);
+    bool sawBold = false, sawItalic = false;
+    for (const reader::TextRun &run : saved.paragraphs[1].runs) {
+        sawBold |= run.text == "bold" && run.format.bold;
+        sawItalic |= run.text == "italic" && run.format.italic;
+    }
+    EXPECT_TRUE(sawBold);
+    EXPECT_TRUE(sawItalic);
+}
+
+TEST_F(DocumentsWindowTest, TruncatedRtfShowsWhatItCanAndKeepsTheFile)
+{
+    QWidget window;
+    QTextEdit edit(&window);
+    ScriptedBox box(&window, &edit);
+    const QByteArray cut = "{\\rtf1\\ansi Some {\\b text that stops her";
+    writeAll(path("cut.rtf"), cut);
+    box.answers = {path("cut.rtf")};
+    reader::mnuFileLoad_Click();
+    EXPECT_EQ(edit.toPlainText(), "Some text that stops her");
+    EXPECT_EQ(app().CurrentFile, "");
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].title, "Open File");
+    // Save now asks for a new name; the damaged original stays as it was.
+    box.answers = {path("recovered.rtf")};
+    reader::mnuFileSave_Click();
+    EXPECT_EQ(readAll(path("cut.rtf")), cut);
+    EXPECT_TRUE(readAll(path("recovered.rtf")).startsWith("{\\rtf1"));
+}
+
+TEST_F(DocumentsWindowTest, MacroTextSavesTheChangedFileBeforeTakingNewText)
+{
+    QWidget window;
+    QTextEdit edit(&window);
+    ScriptedBox box(&window, &edit);
+    ui::frmSonamark speechWindow(&fx.tray);  // Reset_txtSpeech refreshes the speech side
+    speechWindow.Form_Load();
+    reader::SetTextBox(&box);
+    edit.setPlainText(QStringLiteral("draft"));
+    app().CurrentFile = path("draft.txt");
+    app().TextDirty = true;
+    reader::BoxReaderText port;
+    port.setText(QStringLiteral("from a macro"));
+    EXPECT_EQ(readAll(path("draft.txt")), "draft\r\n");
+    EXPECT_EQ(port.text(), "from a macro");
+    EXPECT_EQ(app().CurrentFile, "");
+    EXPECT_FALSE(app().TextDirty);
+    reader::ReleaseSpeechObject();
 }
