@@ -62,7 +62,7 @@ struct Operand {
 
 bool readOperand(QStringView word, Operand &operand, QString &message)
 {
-    const bool isName = AllLetters(word, QString()).isEmpty();
+    const bool isName = IsVarName(word);
     int type = kTypeNumber;
     double value = 0;
     if (isName) {
@@ -71,7 +71,7 @@ bool readOperand(QStringView word, Operand &operand, QString &message)
             return false;
         }
     } else {
-        type = word.contains(kQuote) ? kTypeString : kTypeNumber;
+        type = ContainsChar(word, kQuote) ? kTypeString : kTypeNumber;
     }
 
     if (type == kTypeString) {
@@ -330,10 +330,15 @@ int GetANDORVal(QStringView text, QString &message)
     int wordStart = 2;
     int held = -1;
     bool heldIsAnd = false;
+    const auto startsAt = [&t](int i, const char *word) {
+        for (int k = 0; word[k]; ++k)
+            if (t[i - 1 + k] != QLatin1Char(word[k]))
+                return false;
+        return true;
+    };
     for (int i = 2; i <= Len(t) - 3; ++i) {
-        const QStringView window = t.mid(i - 1, 4);
-        const bool isAnd = window == QLatin1String(" AND");
-        if (!isAnd && window != QLatin1String(" OR "))
+        const bool isAnd = startsAt(i, " AND");
+        if (!isAnd && !startsAt(i, " OR "))
             continue;
         const QStringView word = t.mid(wordStart - 1, i - wordStart);
         if (word != QLatin1String("0") && word != QLatin1String("1")) {

@@ -77,7 +77,7 @@ bool operandValue(QStringView wordView, double &value, QString &message)
     value = Val1(wordView);
     if (value != 0 || wordView == QLatin1String("0"))  // the number test
         return true;
-    if (!AllLetters(wordView, QString()).isEmpty()) {
+    if (!IsVarName(wordView)) {
         message = QStringLiteral("Illegal equation variable");
         return false;
     }
@@ -224,11 +224,11 @@ QString GetString(const QString &expression, QString &message)
             continue;
         const QStringView word = parts.mid(lastAmpersand, i - lastAmpersand - 1);
         lastAmpersand = i;
-        if (word.contains(kQuote)) {
+        if (ContainsChar(word, kQuote)) {
             result += word.mid(1, word.size() - 2);
             continue;
         }
-        if (!AllLetters(word, QString()).isEmpty()) {
+        if (!IsVarName(word)) {
             message = QStringLiteral("Illegal variable name");
             return {};
         }

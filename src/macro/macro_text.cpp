@@ -342,8 +342,8 @@ bool IsSubstring(const QString &text, int first, int last)
 {
     const QChar before = CharAt(text, first - 1);
     const QChar after = CharAt(text, last + 1);
-    return (!before.isNull() && AllLetters(QString(before), QString()).isEmpty())
-           || (!after.isNull() && AllLetters(QString(after), QString()).isEmpty());
+    return (!before.isNull() && IsVarName(QStringView(&before, 1)))
+           || (!after.isNull() && IsVarName(QStringView(&after, 1)));
 }
 
 QString ReplaceCondOperators(const QString &term)

@@ -54,6 +54,14 @@ inline int InStrRev(const QString &text, QChar search, int start)
 }
 inline int Len(const QString &text) { return static_cast<int>(text.size()); }
 inline int Len(QStringView text) { return static_cast<int>(text.size()); }
+// True when text holds c: a plain scan, cheaper than a search on the short texts here.
+inline bool ContainsChar(QStringView text, QChar c)
+{
+    for (const QChar x : text)
+        if (x == c)
+            return true;
+    return false;
+}
 // A QString that reads view's characters in place, for a call that only reads its
 // argument; it must not outlive them.
 inline QString Borrowed(QStringView view) { return QString::fromRawData(view.data(), view.size()); }

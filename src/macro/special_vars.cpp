@@ -115,8 +115,12 @@ QString runPasses(QString &expression, std::initializer_list<Pass> passes)
 
 void expandKeys(QString &expression)
 {
-    if (expression.contains(QLatin1Char('{')) || expression.contains(QLatin1Char('~')))
-        ReplaceNonPrintables(expression);
+    for (const QChar c : std::as_const(expression)) {
+        if (c == QLatin1Char('{') || c == QLatin1Char('~')) {
+            ReplaceNonPrintables(expression);
+            return;
+        }
+    }
 }
 
 // True when token stands in up outside quotes (checked against text) at any hit.
@@ -164,6 +168,8 @@ bool mayHoldSpecialName(QStringView text)
         const char16_t u = text[i].unicode();
         if (u >= 0x80)
             return true;
+        if (u < u'D')
+            continue;  // digits, signs, parentheses and A to C start no name
         switch (UpperChar(text[i]).unicode()) {
         case u'V': if (at(i, "VAL(")) return true; break;
         case u'L': if (at(i, "LEN(")) return true; break;

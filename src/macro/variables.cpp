@@ -29,8 +29,13 @@ bool is(const QString &upperName, const char *special) { return upperName == QLa
 // Names that GetVarVal answers without the table (ASCII reads the table differently).
 bool readSpecial(const QString &up)
 {
-    return is(up, "ASCII") || is(up, "DATE") || is(up, "TIME") || is(up, "PATH") || is(up, "SONAMARKTEXT")
-           || is(up, "TIMEOUT") || is(up, "TIMER");
+    switch (up.size()) {
+    case 4: return is(up, "DATE") || is(up, "TIME") || is(up, "PATH");
+    case 5: return is(up, "ASCII") || is(up, "TIMER");
+    case 7: return is(up, "TIMEOUT");
+    case 12: return is(up, "SONAMARKTEXT");
+    default: return false;
+    }
 }
 
 MacroVar *find(const QString &upperName)
@@ -39,7 +44,55 @@ MacroVar *find(const QString &upperName)
     return it == g_table.byUpperName.cend() ? nullptr : &g_table.MacroVars[it.value()];
 }
 
+// GetVarVal of a name that readSpecial accepts.
+QString specialValue(const QString &up, int &type)
+{
+    if (is(up, "ASCII")) {
+        const MacroVar *var = find(up);
+        if (!var)
+            return {};  // result empty, type unchanged, name kept
+        type = kTypeString;
+        const double code = RoundEven(var->VarValue.toNumber());
+        if (code < 0 || code > kLastCharCode)
+            return {};
+        return QString(QChar(static_cast<char16_t>(code)));
+    }
+    if (is(up, "DATE")) {
+        type = kTypeString;
+        return CurrentDateText();
+    }
+    if (is(up, "TIME")) {
+        type = kTypeString;
+        return CurrentTimeText();
+    }
+    if (is(up, "PATH")) {
+        type = kTypeString;
+        return QDir::toNativeSeparators(QDir::currentPath());
+    }
+    if (is(up, "SONAMARKTEXT")) {
+        type = kTypeString;
+        return ReaderTextValue();
+    }
+    if (is(up, "TIMEOUT")) {
+        type = kTypeNumber;
+        return GeneralFormat(TimeoutMinutes());
+    }
+    if (is(up, "TIMER")) {
+        type = kTypeNumber;
+        return GeneralFormat(TimerSeconds());
+    }
+    return {};
+}
+
 } // namespace
+
+bool IsVarName(QStringView text)
+{
+    for (const QChar c : text)
+        if (c < QLatin1Char('A') || c > QLatin1Char('z'))
+            return false;
+    return !text.contains(QLatin1String("ALITERAL")) && !text.contains(QLatin1String("AEMPTY"));
+}
 
 QString AllLetters(QStringView text, const QString &caption)
 {
@@ -142,40 +195,8 @@ QString GetVarVal(QString &name, int &type)
     if (name.isEmpty())
         return {};
     const QString up = UpperSameLength(name);
-    if (is(up, "ASCII")) {
-        const MacroVar *var = find(up);
-        if (!var)
-            return {};  // result empty, type unchanged, name kept
-        type = kTypeString;
-        const double code = RoundEven(var->VarValue.toNumber());
-        if (code < 0 || code > kLastCharCode)
-            return {};
-        return QString(QChar(static_cast<char16_t>(code)));
-    }
-    if (is(up, "DATE")) {
-        type = kTypeString;
-        return CurrentDateText();
-    }
-    if (is(up, "TIME")) {
-        type = kTypeString;
-        return CurrentTimeText();
-    }
-    if (is(up, "PATH")) {
-        type = kTypeString;
-        return QDir::toNativeSeparators(QDir::currentPath());
-    }
-    if (is(up, "SONAMARKTEXT")) {
-        type = kTypeString;
-        return ReaderTextValue();
-    }
-    if (is(up, "TIMEOUT")) {
-        type = kTypeNumber;
-        return GeneralFormat(TimeoutMinutes());
-    }
-    if (is(up, "TIMER")) {
-        type = kTypeNumber;
-        return GeneralFormat(TimerSeconds());
-    }
+    if (readSpecial(up))
+        return specialValue(up, type);
     const MacroVar *var = find(up);
     if (!var) {
         name.clear();

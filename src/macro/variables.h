@@ -30,6 +30,8 @@ inline constexpr const char *kTimeFormat = "HH:mm:ss";
 // "" when text is a variable name (every character from "A" to "z" by code; the
 // empty text passes); otherwise the message, built with caption ("LHS ", ...).
 QString AllLetters(QStringView text, const QString &caption);
+// True when AllLetters(text, ...) is "", without building a message.
+bool IsVarName(QStringView text);
 
 // A value as stored: text or a double. A number may also be held as text, in the form
 // its caller passed it.
