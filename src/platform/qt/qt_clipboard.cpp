@@ -1,8 +1,14 @@
 #include "platform/qt/qt_clipboard.h"
 
 #include <QClipboard>
+#include <QDateTime>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QLoggingCategory>
+#include <QWindow>
+#include <QAbstractNativeEventFilter>
+
+#include <xcb/xcb.h>
 
 Q_LOGGING_CATEGORY(lcClipboard, "sonamark.clipboard", QtWarningMsg)
 
@@ -11,11 +17,33 @@ namespace platform {
 namespace {
 constexpr int kTextWaitMs = 100;     // longest wait of one read for another program's text
 constexpr int kPictureWaitMs = 150;  // the same for a picture (larger, and read once a second)
+constexpr int kTimeProbeMs = 50;     // longest wait for a fresh X time before a write
 const QByteArray kTextTarget = QByteArrayLiteral("UTF8_STRING");
 const QByteArray kPictureTarget = QByteArrayLiteral("image/png");
 
 QClipboard *qtClipboard() { return QGuiApplication::clipboard(); }
 } // namespace
+
+// Notices the property change on the time probe window; Qt takes the event's time as
+// it handles it.
+class QtClipboard::PropertyNoticeFilter : public QAbstractNativeEventFilter {
+public:
+    explicit PropertyNoticeFilter(uint32_t window) : m_window(window) {}
+    bool nativeEventFilter(const QByteArray &type, void *message, qintptr *) override
+    {
+        if (type != "xcb_generic_event_t")
+            return false;
+        auto *event = static_cast<xcb_generic_event_t *>(message);
+        if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY
+            && reinterpret_cast<xcb_property_notify_event_t *>(event)->window == m_window)
+            seen = true;
+        return false;
+    }
+    bool seen = false;
+
+private:
+    uint32_t m_window;
+};
 
 QtClipboard::QtClipboard()
 {
@@ -27,7 +55,39 @@ QtClipboard::QtClipboard()
     });
 }
 
-QtClipboard::~QtClipboard() { QObject::disconnect(m_connection); }
+QtClipboard::~QtClipboard()
+{
+    QObject::disconnect(m_connection);
+    if (m_probeFilter && QCoreApplication::instance())
+        QCoreApplication::instance()->removeNativeEventFilter(m_probeFilter.get());
+}
+
+void QtClipboard::claim(const std::function<void()> &write)
+{
+    if (m_reader)
+        refreshXTime();
+    write();
+}
+
+// WORKAROUND: Qt claims the clipboard with the time of the last X event it handled, and
+// the server refuses a claim older than the current owner's (Qt then still believes it
+// owns the clipboard). When no input came in since another program copied, that is the
+// case; a property change on a window of ours brings Qt a fresh time first.
+void QtClipboard::refreshXTime()
+{
+    if (!m_timeProbe) {
+        m_timeProbe = std::make_unique<QWindow>();
+        m_timeProbe->create();
+        m_probeFilter = std::make_unique<PropertyNoticeFilter>(uint32_t(m_timeProbe->winId()));
+        QCoreApplication::instance()->installNativeEventFilter(m_probeFilter.get());
+    }
+    m_probeFilter->seen = false;
+    m_timeProbe->setTitle(QString::number(++m_probes));
+    QElapsedTimer waited;
+    waited.start();
+    while (!m_probeFilter->seen && waited.elapsed() < kTimeProbeMs)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 2);
+}
 
 void QtClipboard::changed()
 {
@@ -100,7 +160,7 @@ PicturePtr QtClipboard::picture()
 
 void QtClipboard::setText(const QString &text)
 {
-    qtClipboard()->setText(text);
+    claim([&] { qtClipboard()->setText(text); });
     m_text = text;
     m_picture.reset();
     m_textSlot = Slot{true, m_changes};
@@ -121,7 +181,7 @@ void QtClipboard::setPicture(const PicturePtr &picture)
             for (int x = 0; x < image.width(); ++x)
                 image.setPixel(x, y, picture->pixel(x, y));
     }
-    qtClipboard()->setImage(image);
+    claim([&] { qtClipboard()->setImage(image); });
     m_text.clear();
     m_picture = std::make_shared<QtPicture>(image);
     m_textSlot = Slot{true, m_changes};
@@ -130,9 +190,16 @@ void QtClipboard::setPicture(const PicturePtr &picture)
 
 void QtClipboard::clear()
 {
-    // Taking ownership with an empty text clears the clipboard whoever owned it.
-    qtClipboard()->setText(QString());
-    qtClipboard()->clear();
+    if (m_reader) {
+        // Qt gives up what it holds; the claim of "no owner", stamped now, ends any
+        // other program's hold.
+        qtClipboard()->clear();
+        m_reader->clearOwner();
+    } else {
+        // Taking ownership with an empty text clears the clipboard whoever owned it.
+        qtClipboard()->setText(QString());
+        qtClipboard()->clear();
+    }
     m_text.clear();
     m_picture.reset();
     m_textSlot = Slot{true, m_changes};

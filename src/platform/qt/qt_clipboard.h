@@ -4,6 +4,9 @@
 
 #include <QImage>
 #include <QMetaObject>
+#include <functional>
+
+class QWindow;
 
 namespace platform {
 
@@ -51,6 +54,10 @@ private:
         quint64 jobAt = 0;                  // change count when the job started
     };
     void changed();
+    // Runs a write of Qt's clipboard, with a fresh X time on X11.
+    void claim(const std::function<void()> &write);
+    void refreshXTime();
+    class PropertyNoticeFilter;
     // Runs or resumes the transfer of slot; true with bytes when it is finished and
     // still current.
     bool fetch(Slot &slot, const QByteArray &target, int waitMs, QByteArray *bytes, bool *failed);
@@ -62,6 +69,9 @@ private:
     std::unique_ptr<SelectionReader> m_reader;
     QMetaObject::Connection m_connection;
     int m_transfers = 0;
+    std::unique_ptr<QWindow> m_timeProbe;  // hidden window whose property changes carry the X time
+    std::unique_ptr<PropertyNoticeFilter> m_probeFilter;
+    int m_probes = 0;
 };
 
 } // namespace platform

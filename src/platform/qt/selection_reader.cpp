@@ -182,7 +182,11 @@ struct SelectionReader::Impl {
             return;
         }
         if (reply->type != incr) {
-            job.finish(Status::Done, bytesOf(reply.get()));
+            // Some owners answer every request with the one thing they hold.
+            if (reply->type == target)
+                job.finish(Status::Done, bytesOf(reply.get()));
+            else
+                job.finish(Status::Failed);
             return;
         }
         // Large data comes in pieces: each deletion of the property asks for the next,
@@ -208,6 +212,10 @@ struct SelectionReader::Impl {
             xcb_flush(c);
             if (xcb_get_property_value_length(chunk.get()) == 0)
                 break;
+            if (chunk->type != target) {
+                job.finish(Status::Failed);
+                return;
+            }
             data += bytesOf(chunk.get());
         }
         job.finish(Status::Done, data);
@@ -246,6 +254,13 @@ std::unique_ptr<SelectionReader> SelectionReader::open()
     Impl *raw = impl.get();
     impl->worker = std::thread([raw] { raw->run(); });
     return std::unique_ptr<SelectionReader>(new SelectionReader(std::move(impl)));
+}
+
+void SelectionReader::clearOwner()
+{
+    // Any client may give a selection no owner; the owner is told it lost it.
+    xcb_set_selection_owner(d->c, XCB_NONE, d->clipboard, XCB_CURRENT_TIME);
+    xcb_flush(d->c);
 }
 
 SelectionReader::JobPtr SelectionReader::start(const QByteArray &target)

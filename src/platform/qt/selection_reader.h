@@ -26,6 +26,8 @@ public:
     static Status wait(const JobPtr &job, int waitMs, QByteArray *data);
     // Milliseconds since the job was started.
     static qint64 age(const JobPtr &job);
+    // Leaves the clipboard without an owner, whoever owned it.
+    void clearOwner();
 
 private:
     struct Impl;

@@ -1,0 +1,239 @@
+#include "clip_fixture.h"
+
+using reader::clipStore;
+
+TEST_F(ClipTest, SixClipsDropTheOldestAndNumberFromTheNewest)
+{
+    for (const char *clip : {"one", "two", "three", "four", "five", "six"})
+        reader::Add2Clips(QLatin1String(clip));
+    EXPECT_EQ(clipStore().ClipCount, 5);
+    EXPECT_EQ(view.visibleClipCaptions(),
+              QStringList({"1. \"six\"", "2. \"five\"", "3. \"four\"", "4. \"three\"", "5. \"two\""}));
+    EXPECT_FALSE(reader::IsInClipStore(QStringLiteral("one")));
+    EXPECT_EQ(view.clipCount.caption, "5 Clips Stored");
+    EXPECT_TRUE(view.clipCount.visible);
+    EXPECT_FALSE(view.hidden.value(reader::TrayEntry::ClipStored, true));
+}
+
+TEST_F(ClipTest, CountRowSaysClipInTheSingular)
+{
+    EXPECT_FALSE(view.clipCount.visible);
+    reader::Add2Clips(QStringLiteral("only"));
+    EXPECT_EQ(view.clipCount.caption, "1 Clip Stored");
+    reader::Add2Clips(QStringLiteral("second"));
+    EXPECT_EQ(view.clipCount.caption, "2 Clips Stored");
+}
+
+TEST_F(ClipTest, TwentyCharactersShowWholeAndTwentyOneAreCut)
+{
+    const QString twenty = QStringLiteral("abcdefghij0123456789");
+    const QString twentyOne = QStringLiteral("abcdefghij0123456789X");
+    reader::Add2Clips(twenty);
+    EXPECT_EQ(view.clipRows[0].caption, "1. \"abcdefghij0123456789\"");
+    reader::Add2Clips(twentyOne);
+    EXPECT_EQ(view.clipRows[0].caption, "1. \"abcdefghij...123456789X\"");
+    EXPECT_EQ(view.clipRows[1].caption, "2. \"abcdefghij0123456789\"");
+}
+
+TEST_F(ClipTest, RepeatDoesNotMoveAClipToTheTop)
+{
+    for (const char *clip : {"first", "second", "third"})
+        reader::Add2Clips(QLatin1String(clip));
+    reader::Add2Clips(QStringLiteral("second"));
+    EXPECT_EQ(clipStore().ClipCount, 3);
+    EXPECT_EQ(clipStore().ClipStore[0], "third");
+    EXPECT_EQ(clipStore().ClipStore[1], "second");
+}
+
+TEST_F(ClipTest, StoreCompareIsExactForShortAndLongTexts)
+{
+    reader::Add2Clips(QStringLiteral("a"));
+    reader::Add2Clips(QStringLiteral("Hello there"));
+    EXPECT_TRUE(reader::IsInClipStore(QStringLiteral("a")));
+    EXPECT_FALSE(reader::IsInClipStore(QStringLiteral("A")));
+    EXPECT_TRUE(reader::IsInClipStore(QStringLiteral("Hello there")));
+    EXPECT_FALSE(reader::IsInClipStore(QStringLiteral("Hello there!")));  // same first two characters
+    EXPECT_FALSE(reader::IsInClipStore(QStringLiteral("hello there")));
+    EXPECT_FALSE(reader::IsInClipStore(QString()));
+}
+
+TEST_F(ClipTest, RefreshClipsUsesTheShortCaptionsAndHidesRowsPastTheCount)
+{
+    reader::Add2Clips(QStringLiteral("x"));
+    reader::Add2Clips(QStringLiteral("y"));
+    reader::ClipStoreState &s = clipStore();
+    s.ClipStore[0] = QStringLiteral("A slot written by a macro, long");
+    s.ClipCount = 1;
+    reader::RefreshClips();
+    EXPECT_EQ(view.clipRows[0].caption, "1. A slot written by a ...");  // 20 characters, blank included
+    EXPECT_FALSE(view.clipRows[1].visible);
+    EXPECT_EQ(view.clipCount.caption, "1 Clip Stored");
+}
+
+TEST_F(ClipTest, PickedClipGoesToTheClipboardWithANoticeWhenNotMonitoring)
+{
+    reader::Add2Clips(QStringLiteral("older"));
+    reader::Add2Clips(QStringLiteral("newer"));
+    reader::mnuClipMRU_Click(1, false);
+    EXPECT_EQ(fx.clipboard.content, "older");
+    EXPECT_EQ(fx.messages.popups, QStringList{"Copied To Clipboard"});
+    EXPECT_FALSE(fx.messages.popupVisible);
+    EXPECT_EQ(slept, 2000);
+
+    fx.messages.popups.clear();
+    reader::mnuClipMRU_Click(0, true);  // the monitor reads it; no notice
+    EXPECT_EQ(fx.clipboard.content, "newer");
+    EXPECT_TRUE(fx.messages.popups.isEmpty());
+}
+
+TEST_F(ClipTest, ClipboardMenuPickWritesTheStatusPanel)
+{
+    reader::Add2Clips(QStringLiteral("older"));
+    reader::Add2Clips(QStringLiteral("newer"));
+    reader::mnuClipboardMRU_Click(1);
+    EXPECT_EQ(fx.clipboard.content, "older");
+    EXPECT_EQ(view.panel1.last(), "2 was copied to the clipboard.");
+    EXPECT_TRUE(fx.messages.popups.isEmpty());
+}
+
+TEST_F(ClipTest, PictureOfANewSizeIsStoredAndCaptioned)
+{
+    reader::AddPicClip(Picture(64, 48));
+    reader::AddPicClip(Picture(64, 49));
+    EXPECT_EQ(clipStore().PicCount, 2);
+    EXPECT_EQ(view.picRows[0].caption, "Pic 1 (64x49)");
+    EXPECT_EQ(view.picRows[1].caption, "Pic 2 (64x48)");
+    EXPECT_EQ(view.picCount.caption, "2 Pics Stored");
+    EXPECT_FALSE(view.hidden.value(reader::TrayEntry::Separator2, true));
+}
+
+TEST_F(ClipTest, SamePictureAgainIsNotStored)
+{
+    reader::AddPicClip(Picture(30, 20));
+    reader::AddPicClip(Picture(30, 20));
+    EXPECT_EQ(clipStore().PicCount, 1);
+    EXPECT_EQ(view.picCount.caption, "1 Pic Stored");
+}
+
+TEST_F(ClipTest, PixelOnTheSampleGridMakesAPictureNew)
+{
+    reader::AddPicClip(Picture(30, 20));
+    auto changed = Picture(30, 20);
+    changed->setPixel(3, 2, 0xffffffffu);  // steps are 3 and 2
+    reader::AddPicClip(changed);
+    EXPECT_EQ(clipStore().PicCount, 2);
+}
+
+TEST_F(ClipTest, PixelOffTheSampleGridGoesUnnoticed)
+{
+    reader::AddPicClip(Picture(30, 20));
+    auto changed = Picture(30, 20);
+    changed->setPixel(4, 3, 0xffffffffu);
+    reader::AddPicClip(changed);
+    EXPECT_EQ(clipStore().PicCount, 1);
+}
+
+TEST_F(ClipTest, FivePixelWidePictureIsSampledAtEveryColumn)
+{
+    reader::AddPicClip(Picture(5, 5));
+    auto changed = Picture(5, 5);
+    changed->setPixel(3, 0, 0xffffffffu);  // 5/10 rounds to 0: the step is 1
+    reader::AddPicClip(changed);
+    EXPECT_EQ(clipStore().PicCount, 2);
+}
+
+TEST_F(ClipTest, SixthPictureReusesTheOldestHolder)
+{
+    for (int w = 1; w <= 5; ++w)
+        reader::AddPicClip(Picture(10 * w, 10));
+    const int oldestHolder = clipStore().PicStore[4];
+    reader::AddPicClip(Picture(60, 10));
+    const reader::ClipStoreState &s = clipStore();
+    EXPECT_EQ(s.PicCount, 5);
+    EXPECT_EQ(s.PicStore[0], oldestHolder);
+    EXPECT_EQ(s.ClipPic[size_t(oldestHolder)]->width(), 60);
+    EXPECT_EQ(view.picRows[0].caption, "Pic 1 (60x10)");
+    EXPECT_EQ(view.picRows[4].caption, "Pic 5 (20x10)");
+}
+
+TEST_F(ClipTest, PickedPictureGoesBackOnTheClipboard)
+{
+    auto first = Picture(10, 10);
+    reader::AddPicClip(first);
+    reader::AddPicClip(Picture(20, 10));
+    reader::mnuClipboardPicMRU_Click(1);
+    EXPECT_EQ(fx.clipboard.pictureContent, first);
+    EXPECT_EQ(view.panel1.last(), "2 was copied to the clipboard.");
+}
+
+TEST_F(ClipTest, ClearWithNothingStoredSaysSoAndLeavesTheClipboard)
+{
+    Copy(QStringLiteral("keep me"));
+    reader::mnuClipboardClearMultiClips_Click();
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].text, "There are no clips to clear.\r\n");
+    EXPECT_EQ(fx.messages.shown[0].title, "Clear Clips");
+    EXPECT_EQ(fx.clipboard.clears, 0);
+    EXPECT_EQ(fx.clipboard.content, "keep me");
+}
+
+TEST_F(ClipTest, ClearAsksByWhatIsStoredAndNoKeepsEverything)
+{
+    reader::Add2Clips(QStringLiteral("text"));
+    fx.messages.answers = {-1};
+    reader::mnuClipboardClearMultiClips_Click();
+    EXPECT_EQ(fx.messages.shown.last().text, "Are you sure you want to clear ALL text clips?\r\n");
+    EXPECT_EQ(clipStore().ClipCount, 1);
+
+    reader::AddPicClip(Picture(8, 8));
+    fx.messages.answers = {-1};
+    reader::mnuClipboardClearMultiClips_Click();
+    EXPECT_EQ(fx.messages.shown.last().text, "Are you sure you want to clear ALL text & picture clips?\r\n");
+
+    clipStore().ClipCount = 0;
+    fx.messages.answers = {-1};
+    reader::mnuClipboardClearMultiClips_Click();
+    EXPECT_EQ(fx.messages.shown.last().text, "Are you sure you want to clear ALL picture clips?\r\n");
+    EXPECT_EQ(clipStore().PicCount, 1);
+}
+
+TEST_F(ClipTest, ClearYesEmptiesStoreMenusAndClipboard)
+{
+    reader::Add2Clips(QStringLiteral("text"));
+    reader::AddPicClip(Picture(8, 8));
+    Copy(QStringLiteral("on the clipboard"));
+    fx.messages.answers = {1};
+    reader::mnuClipboardClearMultiClips_Click();
+    EXPECT_EQ(clipStore().ClipCount, 0);
+    EXPECT_EQ(clipStore().PicCount, 0);
+    EXPECT_FALSE(clipStore().ClipPic[0]);
+    EXPECT_TRUE(view.visibleClipCaptions().isEmpty());
+    EXPECT_FALSE(view.picRows[0].visible);
+    EXPECT_FALSE(view.clipCount.visible);
+    EXPECT_FALSE(view.picCount.visible);
+    EXPECT_TRUE(fx.clipboard.content.isEmpty());
+    EXPECT_FALSE(reader::IsInClipStore(QStringLiteral("text")));
+}
+
+TEST_F(ClipTest, EnablingPicturesStartsTimer5OnlyWhenCollecting)
+{
+    reader::mnuClipboardEnablePics_Click(true);
+    EXPECT_TRUE(view.pics);
+    EXPECT_FALSE(view.timer5);
+    reader::mnuClipboardEnablePics_Click(false);  // off again
+    EXPECT_FALSE(view.pics);
+    reader::mnuClipboardEnablePics_Click(false);
+    EXPECT_TRUE(view.timer5);
+}
+
+TEST_F(ClipTest, DisablingPicturesForgetsThem)
+{
+    view.pics = true;
+    reader::AddPicClip(Picture(8, 8));
+    reader::mnuClipboardEnablePics_Click(false);
+    EXPECT_FALSE(view.timer5);
+    EXPECT_EQ(clipStore().PicCount, 0);
+    EXPECT_FALSE(clipStore().ClipPic[0]);
+    EXPECT_FALSE(view.picRows[0].visible);
+    EXPECT_FALSE(view.picCount.visible);
+}
