@@ -86,9 +86,12 @@ TEST_F(DocumentTest, OpenLoadsPlainTextAndSetsTheFile)
     EXPECT_EQ(app().CurrentFile, path("a.txt"));
     EXPECT_FALSE(app().TextDirty);
     EXPECT_EQ(box.caption, DocumentCaption(path("a.txt")));
-    // Saving unchanged text does nothing; a change is written back byte for byte.
+    // Saving unchanged text does nothing at all, not even rewrite the file.
+    writeFile("a.txt", "changed elsewhere");
     mnuFileSave_Click();
-    EXPECT_EQ(readFile("a.txt"), "Hello\r\nworld\r\n");
+    EXPECT_EQ(readFile("a.txt"), "changed elsewhere");
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+    // A change is written back with the file's own line breaks.
     box.box = QStringLiteral("Hello\nthere");
     txtSpeech_Change();
     ASSERT_TRUE(app().TextDirty);
