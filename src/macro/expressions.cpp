@@ -67,7 +67,8 @@ bool reduceProducts(QString &text, QString &message)
         const double value = GetEquVal(QStringView(text).mid(first - 1, last - first + 1), message);
         if (!message.isEmpty())
             return false;
-        text.replace(first - 1, last - first + 1, ResultText(value));
+        QChar result[kResultTextRoom];
+        text.replace(first - 1, last - first + 1, result, WriteResultText(value, result));
     }
 }
 
@@ -196,7 +197,8 @@ double SolveEquation(const QString &expression, QString &message)
         const double value = GetEquVal(inner, message);
         if (!message.isEmpty())
             return 0;
-        text.replace(open - 1, close - open + 1, ResultText(value));
+        QChar result[kResultTextRoom];
+        text.replace(open - 1, close - open + 1, result, WriteResultText(value, result));
     }
     if (!reduceProducts(text, message))
         return 0;

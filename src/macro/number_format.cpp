@@ -189,16 +189,28 @@ QString FormatNumber(double value, const char *pattern)
     return QString::fromLatin1(out, end - out);
 }
 
-QString ResultText(double value)
+qsizetype WriteResultText(double value, QChar *out)
 {
+    static_assert(kResultTextRoom >= kFixedBuffer + kMaxDecimals + 2);
     if (!std::isfinite(value))
         throw std::overflow_error("Overflow");
-    if (value == 0)
-        return QStringLiteral("0");
-    char out[kFixedBuffer + kMaxDecimals + 2];
+    if (value == 0) {
+        out[0] = QLatin1Char('0');
+        return 1;
+    }
+    char chars[kResultTextRoom];
     bool exact = false;
-    const char *end = resultChars(value, out, exact);
-    return QString::fromLatin1(out, end - out);
+    const char *end = resultChars(value, chars, exact);
+    const qsizetype length = end - chars;
+    for (qsizetype i = 0; i < length; ++i)
+        out[i] = QLatin1Char(chars[i]);
+    return length;
+}
+
+QString ResultText(double value)
+{
+    QChar out[kResultTextRoom];
+    return QString(out, WriteResultText(value, out));
 }
 
 double ResultValue(double value)

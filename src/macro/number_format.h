@@ -23,6 +23,11 @@ QString FormatNumber(double value, const char *pattern);
 // kResultPattern (".5", "3.", "-2.25"). A value too small for fifteen decimals is ".".
 // Throws std::overflow_error for a value that is not finite (the arithmetic overflowed).
 QString ResultText(double value);
+// Room for any result text: 1e308 written out in full, decimals, sign and point.
+inline constexpr qsizetype kResultTextRoom = 432;
+// ResultText written into out (kResultTextRoom characters); returns its length. An
+// expression is rewritten in place with it, without building a string.
+qsizetype WriteResultText(double value, QChar *out);
 // Val1(ResultText(value)), the value as it reads back from its result text; 0 for 0.
 double ResultValue(double value);
 

@@ -29,11 +29,12 @@ bool is(const QString &upperName, const char *special) { return upperName == QLa
 // Names that GetVarVal answers without the table (ASCII reads the table differently).
 bool readSpecial(const QString &up)
 {
-    switch (up.size()) {
-    case 4: return is(up, "DATE") || is(up, "TIME") || is(up, "PATH");
-    case 5: return is(up, "ASCII") || is(up, "TIMER");
-    case 7: return is(up, "TIMEOUT");
-    case 12: return is(up, "SONAMARKTEXT");
+    switch (up.isEmpty() ? 0 : up.front().unicode()) {
+    case u'A': return is(up, "ASCII");
+    case u'D': return is(up, "DATE");
+    case u'P': return is(up, "PATH");
+    case u'S': return is(up, "SONAMARKTEXT");
+    case u'T': return is(up, "TIME") || is(up, "TIMER") || is(up, "TIMEOUT");
     default: return false;
     }
 }
