@@ -1,5 +1,5 @@
-// RTF written by a real word processor (LibreOffice Writer), including its re-save of a
-// document we wrote: styles, list bullets and the formats the text box can give.
+// RTF written by word processors: LibreOffice Writer (generated), including its re-save of a
+// document we wrote, and the shape TextEdit writes (by hand).
 #include "rtf_test_data.h"
 
 #include "reader/rtf_reader.h"
@@ -67,4 +67,27 @@ TEST(RtfWordProcessor, OurDocumentResavedByLibreOfficeKeepsTextAndEveryFormat)
         EXPECT_EQ(resaved.paragraphs[i].format, original.paragraphs[i].format);
         EXPECT_EQ(resaved.paragraphs[i].runs, original.paragraphs[i].runs);
     }
+}
+
+TEST(RtfWordProcessor, TextEditFileWithBackslashLineEndsAndBareFontTable)
+{
+    QString error;
+    const RichDocument document = ReadRtf(DataFile("textedit_cocoa.rtf"), &error);
+    EXPECT_EQ(error, QString());
+    ASSERT_EQ(ParagraphTexts(document),
+              (QStringList{QStringLiteral("Notes from TextEdit"),
+                           QString::fromUtf8("A line with red and slanted words, naïve “quotes”."),
+                           QStringLiteral("First item"), QStringLiteral("Second item"),
+                           QStringLiteral("code(1);")}));
+    EXPECT_EQ(document.paragraphs[0].format.alignment, Alignment::Center);
+    EXPECT_EQ(document.paragraphs[0].runs[0].format.family, QStringLiteral("Helvetica-Bold"));
+    EXPECT_EQ(document.paragraphs[0].runs[0].format.pointSize, 18);
+    EXPECT_EQ(RunWith(document.paragraphs[1], QStringLiteral("red"))->format.color,
+              std::optional<quint32>(0xFB0007));
+    EXPECT_TRUE(RunWith(document.paragraphs[1], QStringLiteral("slanted"))->format.italic);
+    EXPECT_TRUE(document.paragraphs[2].format.bullet);
+    EXPECT_TRUE(document.paragraphs[3].format.bullet);
+    EXPECT_EQ(document.paragraphs[3].format.firstLineIndent, -720);
+    EXPECT_FALSE(document.paragraphs[4].format.bullet);
+    EXPECT_EQ(document.paragraphs[4].runs[0].format.family, QStringLiteral("Menlo-Regular"));
 }
