@@ -71,10 +71,20 @@ void StartRecording()
     g_window->setStatusText(kRecordingStatus);
     SetTray(platform::TrayPicture::Macro);
     g_window->setText(QString());
-    h.MacroRecording = true;
-    h.RecordClock = RecordingClock();
     g_ending = false;
     UpdateHookPlan();
+    // Input that came before this moment (the key or click that answered the question)
+    // is not part of the macro: recording begins once it has all been handed on.
+    auto begin = [] {
+        HookState &state = hookState();
+        state.MacroRecording = true;
+        state.RecordClock = RecordingClock();
+        UpdateHookPlan();
+    };
+    if (platform::InputHooks *port = platform::services().inputHooks)
+        port->whenInputSettled(begin);
+    else
+        begin();
 }
 
 void EndRecording()

@@ -91,7 +91,7 @@ TEST_F(HooksTest, ARecordingTakesKeysAndClicksAndLetsThemThrough)
                           "\r\n[WAIT 2.]\r\n[LEFTDOWN 1200 790]\r\n[WAIT 0.]\r\n[LEFTUP 1200 790]");
 
     EndRecording();
-    EXPECT_EQ(fakes.inputHooks.settleRequests, 1);
+    EXPECT_EQ(fakes.inputHooks.settleRequests, 2);  // at the start and at the end
     EXPECT_FALSE(hookState().MacroRecording);
     EXPECT_FALSE(fakes.inputHooks.mouseHooked);
     EXPECT_EQ(window.status, QStringLiteral("Sonamark - Idle"));
@@ -111,14 +111,18 @@ TEST_F(HooksTest, ARecordingWithoutMouseEventsEndsAtOnceAndIsNotCut)
     fakes.inputHooks.press('X');
     fakes.inputHooks.click(mouse::LeftDown, 1, 1);  // not asked for: the hook is not installed
     EndRecording();
-    EXPECT_EQ(fakes.inputHooks.settleRequests, 0);
+    EXPECT_EQ(fakes.inputHooks.settleRequests, 1);  // only the start waits
     EXPECT_EQ(window.handed, QStringList{QStringLiteral("x")});
 }
 
-TEST_F(HooksTest, TheRecordingEndsOnlyWhenTheEndingClickHasArrived)
+TEST_F(HooksTest, TheRecordingTakesNothingBeforeItsStartNorAfterItsEndingClick)
 {
     fakes.inputHooks.settleAtOnce = false;
     StartRecording();
+    fakes.inputHooks.press(13);  // the Return that answered the question, still on its way
+    EXPECT_FALSE(hookState().MacroRecording);
+    fakes.inputHooks.settle();
+    EXPECT_TRUE(hookState().MacroRecording);
     fakes.inputHooks.press('X');
     EndRecording();
     EXPECT_TRUE(hookState().MacroRecording);
