@@ -2,7 +2,6 @@
 // decisions and the macro statements' loader, on files in a temporary folder.
 #include "document_fixture.h"
 
-#include "reader/count_words.h"
 #include "reader/documents.h"
 #include "reader/rtf_reader.h"
 #include "shell/condensed_path.h"
@@ -66,14 +65,6 @@ TEST(DocumentNames, PlainFilesKeepTheirLineBreaks)
     // Bytes from the original platform: not UTF-8, read as Windows-1252.
     EXPECT_EQ(PlainTextOfFile("caf\xe9 \x93q\x94", &crlf), QString::fromUtf8("café “q”"));
     EXPECT_TRUE(LooksBinary(QByteArray("PK\x03\x04\0\0", 6)));
-}
-
-TEST(DocumentNames, CountWordsTakesRunsFromCapitalAToSmallZ)
-{
-    EXPECT_EQ(CountWords(""), 0);
-    EXPECT_EQ(CountWords("jack's"), 2);
-    EXPECT_EQ(CountWords("foo_bar"), 1);
-    EXPECT_EQ(CountWords("  one, two3three  "), 3);
 }
 
 TEST_F(DocumentTest, OpenLoadsPlainTextAndSetsTheFile)

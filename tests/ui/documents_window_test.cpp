@@ -185,27 +185,6 @@ TEST_F(DocumentsWindowTest, SelectionReplaceLeavesTheNewTextSelected)
     EXPECT_EQ(box.selectedText(), "and Doctor B");
 }
 
-TEST_F(DocumentsWindowTest, RichDocumentSurvivesTheBox)
-{
-    QWidget window;
-    QTextEdit edit(&window);
-    ui::DocumentBox box(&window, &edit);
-    reader::RichDocument doc;
-    reader::RichParagraph p;
-    reader::CharFormat italic;
-    italic.italic = true;
-    p.append(QStringLiteral("plain "), {});
-    p.append(QStringLiteral("slanted"), italic);
-    doc.paragraphs << p;
-    box.loadRichDocument(doc);
-    EXPECT_EQ(box.text(), "plain slanted");
-    const reader::RichDocument back = box.richDocument();
-    ASSERT_EQ(back.paragraphs.size(), 1);
-    ASSERT_EQ(back.paragraphs[0].runs.size(), 2);
-    EXPECT_TRUE(back.paragraphs[0].runs[1].format.italic);
-    EXPECT_FALSE(back.paragraphs[0].runs[0].format.italic);
-}
-
 TEST_F(DocumentsWindowTest, ExceptionsDialogAddsSortedAndSaves)
 {
     reader::exceptionsState().Exceptions = {{"zed", "zee"}, {"Dr", "Doctor"}};
