@@ -21,6 +21,8 @@ struct SpeechStatus {
     int RunningState = kRunningDone;
     // 0-based position, in the string given to speak(), of the word being spoken.
     int InputWordPosition = 0;
+    // No audio device: streams run on a silent clock, with their events as usual.
+    bool NoAudioOutput = false;
 };
 
 class SpeechEngine {

@@ -64,6 +64,16 @@ QString PercentText(const QString &lead)
     return lead + macro::FormatNumber(speechVars().ProgressPct, "###") + QLatin1Char('%');
 }
 
+// Without an audio device speech goes on silently; the status says so, once.
+void SayIfNoAudio()
+{
+    SpeechVars &vars = speechVars();
+    if (vars.NoAudioSaid || !engine().status().NoAudioOutput)
+        return;
+    vars.NoAudioSaid = true;
+    g_view->setStatusText(kNoAudioText);
+}
+
 void EnsureVoiceSelected()
 {
     while (g_view->listIndex() < 0)
@@ -108,6 +118,8 @@ void Bind()
 }
 
 } // namespace
+
+const QString kNoAudioText = QStringLiteral("No audio device: speech is silent");
 
 SpeechVars &speechVars()
 {
@@ -184,6 +196,7 @@ void CreateSpeechObject(SpeechView *view)
     view->setRateTip(s.RateOpt);
     view->setPitchSlider(int(shell::Val(s.PitchOpt)));
     view->setPitchTip(s.PitchOpt);
+    SayIfNoAudio();
 }
 
 void ReleaseSpeechObject()
@@ -348,6 +361,7 @@ void Timer2_Timer()
         g_view->setTimer2Enabled(false);
         g_view->setStatusText(IdleOrMonitoringText());
         shell::app().SpeechState = 2;
+        SayIfNoAudio();  // the device may have failed during this stream
     }
 }
 

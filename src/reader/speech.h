@@ -19,6 +19,7 @@ struct SpeechVars {
     int HighlightBase = 0;    // offset in txtSpeech of the first spoken character
     int TextEndPos = 0;       // last blank (1-based) of the spoken string, or its length
     int ProgressPct = 0;      // 0 .. 100
+    bool NoAudioSaid = false; // the status has said that speech is silent
 
     void reset() { *this = SpeechVars(); }
 };
@@ -37,6 +38,8 @@ int LastBlankOrLength(const QString &text);
 // Form_Load step 10: binds the engine's events and the window, fills List1 and sets the
 // sliders from the settings.
 void CreateSpeechObject(SpeechView *view);
+// The status text shown once when the engine has no audio device.
+extern const QString kNoAudioText;
 // Forgets the window (at unload, and in tests).
 void ReleaseSpeechObject();
 

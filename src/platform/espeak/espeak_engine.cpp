@@ -135,6 +135,7 @@ SpeechStatus EspeakEngine::status() const
     SpeechStatus s;
     s.RunningState = !m_currentId ? kRunningDone : m_paused ? kRunningPaused : kRunningSpeaking;
     s.InputWordPosition = m_wordPosition;
+    s.NoAudioOutput = silent();
     return s;
 }
 
