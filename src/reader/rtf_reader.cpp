@@ -25,7 +25,8 @@ enum class Destination {
     Skip,        // nowhere: an ignored destination
     FontTable,
     ColorTable,
-    BulletText,  // {\pntext} or {\listtext}: the shown bullet, dropped, marks a bullet
+    ListText,    // {\pntext} or {\listtext}: the bullet or number shown before a list item
+    Numbering,   // {\*\pn ...}: old-style list settings of the paragraph around it
     StyleSheet,  // style definitions: format words describe the style being read
 };
 
@@ -119,6 +120,7 @@ private:
     void endParagraph();
     void commitFont();
     void commitColor();
+    void finishListText();
     int codePage() const;
     CharFormat charFormat() const;
     GroupState &state() { return stack_.back(); }
@@ -153,6 +155,8 @@ private:
     RichDocument document_;
     RichParagraph paragraph_;
     bool paragraphBullet_ = false;  // a bullet text group was seen in this paragraph
+    bool paragraphNumbered_ = false;// a number text group was: its text is in the paragraph
+    QString listText_;              // the text of the list text group being read
     bool paragraphTouched_ = false; // the unfinished paragraph holds text
 };
 
@@ -291,6 +295,10 @@ bool RtfParser::closeGroup()
         endParagraph();  // text after the last \par
     const Destination closing = stack_.back().destination;
     stack_.pop_back();
+    if (closing == Destination::ListText && !stack_.empty()
+        && stack_.back().destination != Destination::ListText) {
+        finishListText();
+    }
     if (closing == Destination::FontTable && fontEntryNumber_ >= 0 && !stack_.empty()
         && stack_.back().destination != Destination::FontTable) {
         commitFont();  // a last entry without its ";"
@@ -403,6 +411,9 @@ void RtfParser::addText(const QString &text)
         if (fontEntryNumber_ >= 0)
             fontEntry_.name += WithoutControls(text, false);
         return;
+    case Destination::ListText:
+        listText_ += WithoutControls(text, true);
+        return;
     default:
         return;
     }
@@ -422,12 +433,31 @@ void RtfParser::endParagraph()
         }
     }
     paragraph_.format = state().paragraph;
-    paragraph_.format.bullet = paragraph_.format.bullet || paragraphBullet_;
+    paragraph_.format.bullet = (paragraph_.format.bullet || paragraphBullet_) && !paragraphNumbered_;
     paragraph_.markFormat = charFormat();
     document_.paragraphs.append(std::move(paragraph_));
     paragraph_ = RichParagraph();
     paragraphBullet_ = false;
+    paragraphNumbered_ = false;
     paragraphTouched_ = false;
+}
+
+// The end of a list text group. A bullet marks the paragraph; a number ("1.", "a)", "iv.")
+// has no place in the model and stays in the text, so that nothing shown is lost.
+void RtfParser::finishListText()
+{
+    QString marker = listText_;
+    marker.removeIf([](QChar ch) { return ch.isSpace(); });
+    const bool numbered = std::any_of(marker.begin(), marker.end(), [](QChar ch) { return ch.isDigit(); })
+        || marker.endsWith(QLatin1Char('.')) || marker.endsWith(QLatin1Char(')'));
+    if (numbered && state().destination == Destination::Text) {
+        paragraph_.append(listText_, charFormat());
+        paragraphTouched_ = true;
+        paragraphNumbered_ = true;
+    } else if (!numbered) {
+        paragraphBullet_ = true;
+    }
+    listText_.clear();
 }
 
 void RtfParser::literalByte(char byte)
@@ -438,6 +468,7 @@ void RtfParser::literalByte(char byte)
         return;
     switch (state().destination) {
     case Destination::Text:
+    case Destination::ListText:
         if (byte == '\t')
             addText(QStringLiteral("\t"));
         else if (static_cast<unsigned char>(byte) >= 0x20)
@@ -478,7 +509,7 @@ void RtfParser::controlSymbol(char symbol)
         if (consumeSkippedUnit() || digits == 0)
             return;
         const Destination d = state().destination;
-        if (d == Destination::Text || d == Destination::FontTable)
+        if (d == Destination::Text || d == Destination::FontTable || d == Destination::ListText)
             addByte(static_cast<char>(value));
         return;
     }
@@ -559,16 +590,17 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
         }
         if (word == "pntext" || word == "listtext") {
             flushBytes();
-            s.destination = Destination::BulletText;
-            paragraphBullet_ = true;
+            if (s.destination == Destination::Text) {
+                s.destination = Destination::ListText;
+                listText_.clear();
+            } else {
+                s.destination = Destination::Skip;
+            }
             return;
         }
         if (word == "pn") {
-            // Old-style paragraph numbering: the paragraph around this group is a bullet.
             flushBytes();
-            s.destination = Destination::Skip;
-            if (stack_.size() >= 2)
-                stack_[stack_.size() - 2].paragraph.bullet = true;
+            s.destination = Destination::Numbering;
             return;
         }
         if (word == "fldrslt")
@@ -583,8 +615,25 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
             return;
         }
     }
-    if (s.destination == Destination::Skip || s.destination == Destination::BulletText)
+    if (s.destination == Destination::Skip)
         return;
+    if (s.destination == Destination::Numbering) {
+        // \pnlvlblt: the paragraph around this group is a bullet.
+        if (word == "pnlvlblt" && stack_.size() >= 2)
+            stack_[stack_.size() - 2].paragraph.bullet = true;
+        return;
+    }
+    if (s.destination == Destination::ListText) {
+        // Only the font matters here (for its code page), and the tab after the marker.
+        flushBytes();
+        if (word == "tab")
+            addText(QStringLiteral("\t"));
+        else if (word == "uc")
+            s.unicodeSkip = std::clamp(value, 0, kMaxUnicodeSkip);
+        else
+            formatWord(word, parameter, s);
+        return;
+    }
 
     if (s.destination == Destination::ColorTable) {
         if (word == "red") red_ = value, colorGiven_ = true;

@@ -4,11 +4,12 @@
 // Understood: the \rtf1 header with \ansi, \mac, \pc, \pca and \ansicpgN; \fonttbl (with
 // \fcharsetN and \cpgN) and \colortbl; \f \fs \b \i \ul (and its styled variants) \ulnone
 // \strike \striked \cf \v \plain; \pard \par \line \tab \ql \qr \qc \qj \li \lin \fi \ri
-// \rin; bullets written as {\pntext ...}, {\listtext ...}, {\*\pn ...} or \lsN (numbered
-// lists come through as bullets too); \uN with \ucN fallback skipping; \'hh bytes decoded
+// \rin; paragraph and character styles of the \stylesheet; bullets written as {\pntext ...},
+// {\listtext ...}, {\*\pn\pnlvlblt ...} or \lsN (a numbered item keeps its number, as the
+// list text shows it, in its text); \uN with \ucN fallback skipping; \'hh bytes decoded
 // with the code page of the current font or of the document; \binN; fields show their
 // result. Groups it does not understand ({\* ...} and the known non-text destinations such
-// as \stylesheet, \info, \pict, \header, \footer, \fldinst) are skipped whole.
+// as \info, \pict, \header, \footer, \fldinst) are skipped whole.
 //
 // Bad input: the reader never recurses and does a bounded amount of work per input byte.
 // Groups nested deeper than kMaxRtfGroupDepth are skipped whole. Text after the group that

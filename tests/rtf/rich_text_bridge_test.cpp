@@ -74,8 +74,9 @@ void ExpectSameDocument(const QTextDocument &expected, const QTextDocument &actu
         EXPECT_DOUBLE_EQ(a.blockFormat().rightMargin(), e.blockFormat().rightMargin());
         EXPECT_DOUBLE_EQ(a.blockFormat().textIndent(), e.blockFormat().textIndent());
         EXPECT_EQ(a.textList() != nullptr, e.textList() != nullptr);
-        if (a.textList() && e.textList())
+        if (a.textList() && e.textList()) {
             EXPECT_EQ(a.textList()->format().style(), e.textList()->format().style());
+        }
     }
 }
 

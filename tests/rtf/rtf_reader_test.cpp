@@ -186,3 +186,18 @@ TEST(RtfReader, MacAndUtf8CodePages)
     EXPECT_EQ(ParagraphTexts(Read("{\\rtf1\\ansi\\ansicpg65001 caf\\'c3\\'a9}")),
               QStringList{QString::fromUtf8("café")});
 }
+
+TEST(RtfReader, NumberedItemsKeepTheirNumbersAsTextAndAreNotBullets)
+{
+    const RichDocument document = Read(
+        "{\\rtf1{\\listtext 1.\\tab}\\ls1 first\\par{\\listtext 2.\\tab}second\\par"
+        "\\pard{\\pntext\\f1 a)\\tab}{\\*\\pn\\pnlvlbody\\pnlcltr{\\pntxta )}}third\\par"
+        "\\pard{\\listtext\\uc0\\u8226\\tab}\\ls2 dot\\par}");
+    EXPECT_EQ(ParagraphTexts(document),
+              (QStringList{QStringLiteral("1.\tfirst"), QStringLiteral("2.\tsecond"),
+                           QStringLiteral("a)\tthird"), QStringLiteral("dot")}));
+    EXPECT_FALSE(document.paragraphs[0].format.bullet);
+    EXPECT_FALSE(document.paragraphs[1].format.bullet);
+    EXPECT_FALSE(document.paragraphs[2].format.bullet);
+    EXPECT_TRUE(document.paragraphs[3].format.bullet);
+}

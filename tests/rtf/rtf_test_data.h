@@ -4,6 +4,13 @@
 
 #include <QFile>
 #include <QString>
+#include <ostream>
+
+// Readable texts in test failure messages.
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
 
 namespace rtftest {
 
