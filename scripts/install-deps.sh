@@ -8,14 +8,14 @@ PACKAGES=(
   build-essential cmake ninja-build ccache pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev libqt6opengl6-dev
   libespeak-ng-dev libsndfile1-dev libsoxr-dev libmp3lame-dev libhunspell-dev
-  libx11-dev libxtst-dev libxi-dev libxfixes-dev libxkbcommon-dev
+  libx11-dev libxtst-dev libxi-dev libxfixes-dev libxkbcommon-dev libxcb1-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   # run
   espeak-ng-data hunspell-en-us qt6-qpa-plugins libqt6multimedia6
   gstreamer1.0-plugins-base gstreamer1.0-pulseaudio
   # test and headless runs
   bc xvfb xauth fluxbox trayer xclip xdotool x11-utils x11-apps
-  pulseaudio pulseaudio-utils poppler-utils antiword procps imagemagick
+  pulseaudio pulseaudio-utils poppler-utils antiword procps imagemagick python3
 )
 
 missing=()

@@ -4,6 +4,8 @@
 #include "hotkeys/input_hooks.h"
 #include "macro/sequences.h"
 #include "macro/variables.h"
+#include "reader/clip_store.h"
+#include "reader/clipboard_monitor.h"
 
 namespace engine {
 
@@ -34,7 +36,11 @@ void RunningStateChanged() { hotkeys::UpdateHookPlan(); }
 
 QString CheckWholeMacro(const QString &) { return {}; }
 
-ReaderState SaveReaderState() { return {}; }
+ReaderState SaveReaderState()
+{
+    const reader::ClipView *view = reader::clipView();
+    return {reader::monitor().Monitoring, view && view->spellClipMode()};
+}
 
 void SetStatusTextSink(std::function<void(const QString &)> sink) { g_statusSink = std::move(sink); }
 

@@ -71,7 +71,7 @@ wait_for 5 grep -q '^owned' "$home/owner.out" || fail "clip_owner could not take
 owned=$(awk '/^owned/ { print $2 }' "$home/owner.out")
 taken=""; heard=""
 while [ $(( $(now_ms) - owned )) -lt 5000 ]; do
-  [ -z "$taken" ] && grep -q '^lost' "$home/owner.out" && taken=$(( $(awk '/^lost/ { print $2 }' "$home/owner.out") - owned ))
+  [ -z "$taken" ] && grep -q '^lost .* cleared' "$home/owner.out" && taken=$(( $(awk '/^lost/ { print $2 }' "$home/owner.out") - owned ))
   [ -z "$heard" ] && sound_after "$recorded" && heard=$(( $(now_ms) - owned ))
   [ -n "$taken" ] && [ -n "$heard" ] && break
   sleep 0.005

@@ -1,7 +1,8 @@
 // clip_owner TEXT: takes the X clipboard with TEXT and serves it (UTF8_STRING and
 // TARGETS) until another program takes it or clears it. Prints "owned <ms>" once it owns
-// the clipboard and "lost <ms>" when it no longer does, in wall-clock milliseconds, so a
-// test can time what happens in between without process start-up in the figure.
+// the clipboard and "lost <ms> cleared" or "lost <ms> replaced" when it no longer does
+// (emptied, or taken by another copy), in wall-clock milliseconds, so a test can time
+// what happens in between without process start-up in the figure.
 #include <xcb/xcb.h>
 
 #include <chrono>
@@ -57,7 +58,12 @@ int main(int argc, char **argv)
     while (xcb_generic_event_t *event = xcb_wait_for_event(c)) {
         const int type = event->response_type & 0x7f;
         if (type == XCB_SELECTION_CLEAR) {
-            std::printf("lost %lld\n", NowMs());
+            // Cleared (no owner now) or replaced by another program's copy.
+            xcb_get_selection_owner_reply_t *now =
+                xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, clipboard), nullptr);
+            const bool cleared = !now || now->owner == XCB_NONE;
+            std::free(now);
+            std::printf("lost %lld %s\n", NowMs(), cleared ? "cleared" : "replaced");
             std::fflush(stdout);
             std::free(event);
             break;
