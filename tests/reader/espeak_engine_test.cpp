@@ -130,6 +130,16 @@ TEST_F(EspeakEngineTest, PurgeEndsTheStreamAndNothingFollows)
     EXPECT_LT(rec.words().size(), 10);
 }
 
+// The suite also runs with no audio server (SONAMARK_EXPECT_NO_AUDIO set): everything
+// above must hold on the silent clock too, and the status must say there is no device.
+TEST_F(EspeakEngineTest, StatusSaysWhenThereIsNoAudioDevice)
+{
+    if (qEnvironmentVariableIsSet("SONAMARK_EXPECT_NO_AUDIO"))
+        EXPECT_TRUE(engine.status().NoAudioOutput);
+    else
+        EXPECT_EQ(engine.status().NoAudioOutput, engine.silent());
+}
+
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
