@@ -40,12 +40,26 @@ int main(int argc, char **argv)
         return 1;
     xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(c)).data;
     const xcb_window_t w = xcb_generate_id(c);
+    const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(c, XCB_COPY_FROM_PARENT, w, screen->root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                      XCB_COPY_FROM_PARENT, 0, nullptr);
+                      XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
     const xcb_atom_t clipboard = Atom(c, "CLIPBOARD");
     const xcb_atom_t utf8 = Atom(c, "UTF8_STRING");
     const xcb_atom_t targets = Atom(c, "TARGETS");
-    xcb_set_selection_owner(c, w, clipboard, XCB_CURRENT_TIME);
+    const xcb_atom_t timestamp = Atom(c, "TIMESTAMP");
+    // The server's time, from a property change of our own, stamps the claim.
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, w, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 10, "clip_owner");
+    xcb_flush(c);
+    xcb_timestamp_t claimed = XCB_CURRENT_TIME;
+    while (xcb_generic_event_t *event = xcb_wait_for_event(c)) {
+        const bool property = (event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY;
+        if (property)
+            claimed = reinterpret_cast<xcb_property_notify_event_t *>(event)->time;
+        std::free(event);
+        if (property)
+            break;
+    }
+    xcb_set_selection_owner(c, w, clipboard, claimed);
     xcb_get_selection_owner_reply_t *owner =
         xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, clipboard), nullptr);
     const bool owned = owner && owner->owner == w;
@@ -75,8 +89,11 @@ int main(int argc, char **argv)
                 xcb_change_property(c, XCB_PROP_MODE_REPLACE, req->requestor, property, utf8, 8,
                                     uint32_t(std::strlen(text)), text);
             } else if (req->target == targets) {
-                const xcb_atom_t list[] = {targets, utf8};
-                xcb_change_property(c, XCB_PROP_MODE_REPLACE, req->requestor, property, XCB_ATOM_ATOM, 32, 2, list);
+                const xcb_atom_t list[] = {targets, timestamp, utf8};
+                xcb_change_property(c, XCB_PROP_MODE_REPLACE, req->requestor, property, XCB_ATOM_ATOM, 32, 3, list);
+            } else if (req->target == timestamp) {
+                xcb_change_property(c, XCB_PROP_MODE_REPLACE, req->requestor, property, XCB_ATOM_INTEGER, 32, 1,
+                                    &claimed);
             } else {
                 property = XCB_ATOM_NONE;
             }

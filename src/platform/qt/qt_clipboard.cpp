@@ -109,13 +109,16 @@ bool QtClipboard::fetch(Slot &slot, const QByteArray &target, int waitMs, QByteA
     }
     // A transfer that already used up its wait on an earlier read is not waited for again.
     const int left = int(qMax<qint64>(0, waitMs - SelectionReader::age(slot.job)));
-    const SelectionReader::Status status = SelectionReader::wait(slot.job, left, bytes);
+    quint32 ownerTime = 0;
+    const SelectionReader::Status status = SelectionReader::wait(slot.job, left, bytes, &ownerTime);
     if (status == SelectionReader::Status::Pending) {
         qCDebug(lcClipboard) << "owner is slow;" << target << "counts as absent for now";
         return false;
     }
     slot.job.reset();
     *failed = status == SelectionReader::Status::Failed;
+    if (!*failed)
+        m_foreignTime = ownerTime;
     return true;
 }
 
@@ -161,6 +164,7 @@ PicturePtr QtClipboard::picture()
 void QtClipboard::setText(const QString &text)
 {
     claim([&] { qtClipboard()->setText(text); });
+    m_foreignTime = 0;
     m_text = text;
     m_picture.reset();
     m_textSlot = Slot{true, m_changes};
@@ -182,6 +186,7 @@ void QtClipboard::setPicture(const PicturePtr &picture)
                 image.setPixel(x, y, picture->pixel(x, y));
     }
     claim([&] { qtClipboard()->setImage(image); });
+    m_foreignTime = 0;
     m_text.clear();
     m_picture = std::make_shared<QtPicture>(image);
     m_textSlot = Slot{true, m_changes};
@@ -191,10 +196,14 @@ void QtClipboard::setPicture(const PicturePtr &picture)
 void QtClipboard::clear()
 {
     if (m_reader) {
-        // Qt gives up what it holds; the claim of "no owner", stamped now, ends any
-        // other program's hold.
-        qtClipboard()->clear();
-        m_reader->clearOwner();
+        if (qtClipboard()->ownsClipboard()) {
+            qtClipboard()->clear();
+            m_reader->clearOwner();
+        } else {
+            // Stamped with the time the owner we last read from took the clipboard: a
+            // copy made since then is news, and stays.
+            m_reader->clearOwner(m_foreignTime);
+        }
     } else {
         // Taking ownership with an empty text clears the clipboard whoever owned it.
         qtClipboard()->setText(QString());

@@ -38,6 +38,8 @@ public:
 
     QString text() override;
     void setText(const QString &text) override;
+    // Empties the clipboard. When another program owns it, only what was read last is
+    // taken away: a copy made after that read stays for the next one.
     void clear() override;
     PicturePtr picture() override;
     void setPicture(const PicturePtr &picture) override;
@@ -69,6 +71,7 @@ private:
     std::unique_ptr<SelectionReader> m_reader;
     QMetaObject::Connection m_connection;
     int m_transfers = 0;
+    quint32 m_foreignTime = 0;  // when the owner last read from took the clipboard (X time)
     std::unique_ptr<QWindow> m_timeProbe;  // hidden window whose property changes carry the X time
     std::unique_ptr<PropertyNoticeFilter> m_probeFilter;
     int m_probes = 0;

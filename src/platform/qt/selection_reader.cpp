@@ -22,6 +22,7 @@ namespace platform {
 namespace {
 using Clock = std::chrono::steady_clock;
 constexpr auto kOwnerAnswerLimit = std::chrono::milliseconds(2000);  // then the owner is given up
+constexpr auto kTimestampLimit = std::chrono::milliseconds(200);     // owners that keep no time are common
 constexpr int kPropertySlots = 4;  // properties used in turn, so a late answer is told apart
 constexpr uint32_t kMaxPropertyWords = 0x1fffffff;
 
@@ -48,12 +49,15 @@ public:
     Status status = Status::Pending;
     QByteArray data;
 
-    void finish(Status s, QByteArray bytes = {})
+    quint32 ownerTime = 0;  // when the owner took the selection; 0 when it did not say
+
+    void finish(Status s, QByteArray bytes = {}, quint32 time = 0)
     {
         {
             std::lock_guard lock(mutex);
             status = s;
             data = std::move(bytes);
+            ownerTime = time;
         }
         finished.notify_all();
     }
@@ -62,7 +66,7 @@ public:
 struct SelectionReader::Impl {
     xcb_connection_t *c = nullptr;
     xcb_window_t window = 0;
-    xcb_atom_t clipboard = 0, incr = 0;
+    xcb_atom_t clipboard = 0, incr = 0, timestamp = 0, targets = 0;
     std::array<xcb_atom_t, kPropertySlots> properties{};
     int nextProperty = 0;
     int wakeRead = -1, wakeWrite = -1;  // wakes the worker's poll at shutdown
@@ -150,10 +154,11 @@ struct SelectionReader::Impl {
                           xcb_get_property_value_length(reply));
     }
 
-    void transfer(Job &job)
+    // Asks the owner for the selection as target and collects the answer, in pieces if
+    // it comes so. False when the owner refused, did not answer by the deadline, or
+    // answered in another type.
+    bool convert(xcb_atom_t target, Clock::time_point deadline, QByteArray *out)
     {
-        const Clock::time_point deadline = Clock::now() + kOwnerAnswerLimit;
-        const xcb_atom_t target = internAtom(c, job.target.constData());
         const xcb_atom_t property = properties[size_t(nextProperty)];
         nextProperty = (nextProperty + 1) % kPropertySlots;
         xcb_delete_property(c, window, property);
@@ -167,27 +172,21 @@ struct SelectionReader::Impl {
             return n->requestor == window && n->target == target
                 && (n->property == property || n->property == XCB_ATOM_NONE);
         }));
-        if (!notify) {
-            qCDebug(lcSelection) << "owner did not answer for" << job.target;
-            job.finish(Status::Failed);
-            return;
-        }
-        if (reinterpret_cast<xcb_selection_notify_event_t *>(notify.get())->property == XCB_ATOM_NONE) {
-            job.finish(Status::Failed);  // no owner, or no such format
-            return;
-        }
+        if (!notify)
+            return false;
+        if (reinterpret_cast<xcb_selection_notify_event_t *>(notify.get())->property == XCB_ATOM_NONE)
+            return false;  // no owner, or no such format
         XcbReply<xcb_get_property_reply_t> reply = takeProperty(property);
-        if (!reply) {
-            job.finish(Status::Failed);
-            return;
-        }
+        if (!reply)
+            return false;
         if (reply->type != incr) {
             // Some owners answer every request with the one thing they hold.
-            if (reply->type == target)
-                job.finish(Status::Done, bytesOf(reply.get()));
-            else
-                job.finish(Status::Failed);
-            return;
+            const bool expected = reply->type == target || (target == timestamp && reply->type == XCB_ATOM_INTEGER)
+                || (target == targets && reply->type == XCB_ATOM_ATOM);
+            if (!expected)
+                return false;
+            *out = bytesOf(reply.get());
+            return true;
         }
         // Large data comes in pieces: each deletion of the property asks for the next,
         // and an empty piece ends the transfer.
@@ -200,25 +199,55 @@ struct SelectionReader::Impl {
                 auto *p = reinterpret_cast<xcb_property_notify_event_t *>(e);
                 return p->window == window && p->atom == property && p->state == XCB_PROPERTY_NEW_VALUE;
             }));
-            if (!piece) {
-                job.finish(Status::Failed);
-                return;
-            }
+            if (!piece)
+                return false;
             XcbReply<xcb_get_property_reply_t> chunk = takeProperty(property);
-            if (!chunk) {
-                job.finish(Status::Failed);
-                return;
-            }
+            if (!chunk)
+                return false;
             xcb_flush(c);
             if (xcb_get_property_value_length(chunk.get()) == 0)
                 break;
-            if (chunk->type != target) {
-                job.finish(Status::Failed);
-                return;
-            }
+            if (chunk->type != target)
+                return false;
             data += bytesOf(chunk.get());
         }
-        job.finish(Status::Done, data);
+        *out = data;
+        return true;
+    }
+
+    void transfer(Job &job)
+    {
+        const Clock::time_point start = Clock::now();
+        // The time the owner took the selection comes first: a clear stamped with it
+        // empties the clipboard only if nobody copied since. It is asked for only when
+        // the owner lists it (some owners answer any request with what they hold).
+        const xcb_atom_t target = internAtom(c, job.target.constData());
+        QByteArray list;
+        bool listed = false, offersTime = false, offersTarget = false;
+        if (convert(targets, start + kTimestampLimit, &list)) {
+            listed = true;
+            for (int i = 0; i + 4 <= list.size(); i += 4) {
+                uint32_t atom;
+                std::memcpy(&atom, list.constData() + i, 4);
+                offersTime = offersTime || atom == timestamp;
+                offersTarget = offersTarget || atom == target;
+            }
+        }
+        if (listed && !offersTarget) {
+            job.finish(Status::Failed);
+            return;
+        }
+        QByteArray stamp;
+        uint32_t ownerTime = 0;
+        if (offersTime && convert(timestamp, start + kTimestampLimit, &stamp) && stamp.size() >= 4)
+            std::memcpy(&ownerTime, stamp.constData(), 4);
+        QByteArray data;
+        if (!convert(target, start + kOwnerAnswerLimit, &data)) {
+            qCDebug(lcSelection) << "no" << job.target << "from the owner";
+            job.finish(Status::Failed);
+            return;
+        }
+        job.finish(Status::Done, data, ownerTime);
     }
 };
 
@@ -243,6 +272,8 @@ std::unique_ptr<SelectionReader> SelectionReader::open()
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
     impl->clipboard = internAtom(impl->c, "CLIPBOARD");
     impl->incr = internAtom(impl->c, "INCR");
+    impl->timestamp = internAtom(impl->c, "TIMESTAMP");
+    impl->targets = internAtom(impl->c, "TARGETS");
     for (int i = 0; i < kPropertySlots; ++i)
         impl->properties[size_t(i)] = internAtom(impl->c, QByteArray("SONAMARK_SELECTION_" + QByteArray::number(i)).constData());
     int pipeFds[2];
@@ -256,10 +287,11 @@ std::unique_ptr<SelectionReader> SelectionReader::open()
     return std::unique_ptr<SelectionReader>(new SelectionReader(std::move(impl)));
 }
 
-void SelectionReader::clearOwner()
+void SelectionReader::clearOwner(quint32 ownerTime)
 {
-    // Any client may give a selection no owner; the owner is told it lost it.
-    xcb_set_selection_owner(d->c, XCB_NONE, d->clipboard, XCB_CURRENT_TIME);
+    // Any client may give a selection no owner; the owner is told it lost it. The server
+    // ignores a request stamped before the current owner took the selection.
+    xcb_set_selection_owner(d->c, XCB_NONE, d->clipboard, ownerTime ? ownerTime : XCB_CURRENT_TIME);
     xcb_flush(d->c);
 }
 
@@ -275,13 +307,15 @@ SelectionReader::JobPtr SelectionReader::start(const QByteArray &target)
     return job;
 }
 
-SelectionReader::Status SelectionReader::wait(const JobPtr &job, int waitMs, QByteArray *data)
+SelectionReader::Status SelectionReader::wait(const JobPtr &job, int waitMs, QByteArray *data, quint32 *ownerTime)
 {
     std::unique_lock lock(job->mutex);
     job->finished.wait_for(lock, std::chrono::milliseconds(qMax(0, waitMs)),
                            [&] { return job->status != Status::Pending; });
     if (job->status == Status::Done && data)
         *data = job->data;
+    if (ownerTime)
+        *ownerTime = job->ownerTime;
     return job->status;
 }
 

@@ -22,12 +22,14 @@ public:
 
     // Asks the owner for the selection in a target format ("UTF8_STRING", "image/png").
     JobPtr start(const QByteArray &target);
-    // Waits up to waitMs for the job. On Done, data receives the bytes.
-    static Status wait(const JobPtr &job, int waitMs, QByteArray *data);
+    // Waits up to waitMs for the job. On Done, data receives the bytes and ownerTime the
+    // X time at which the owner took the selection (0 when it does not tell).
+    static Status wait(const JobPtr &job, int waitMs, QByteArray *data, quint32 *ownerTime = nullptr);
     // Milliseconds since the job was started.
     static qint64 age(const JobPtr &job);
-    // Leaves the clipboard without an owner, whoever owned it.
-    void clearOwner();
+    // Leaves the clipboard without an owner, whoever owned it; with an owner's time, only
+    // if that owner (or an older one) still holds it.
+    void clearOwner(quint32 ownerTime = 0);
 
 private:
     struct Impl;
