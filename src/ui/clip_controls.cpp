@@ -3,6 +3,7 @@
 #include "platform/services.h"
 #include "reader/clip_store.h"
 #include "reader/clipboard_monitor.h"
+#include "reader/exceptions.h"
 #include "reader/speech.h"
 #include "reader/tray_menu_forms.h"
 #include "shell/failure_report.h"
@@ -285,6 +286,7 @@ void ClipControls::talk()
         reader::cmdTalk_Click();
 }
 
+void ClipControls::clearExceptionsMade() { reader::exceptionsState().ExceptionsMade = false; }
 void ClipControls::processEvents() { QApplication::processEvents(); }
 
 void ClipControls::logMenusSoon()

@@ -55,6 +55,7 @@ public:
     void resetClipFont() override;
     void setSpeechText(const QString &text) override;
     void talk() override;
+    void clearExceptionsMade() override;
     void processEvents() override;
 
 private:
