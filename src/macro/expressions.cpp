@@ -48,6 +48,14 @@ void operandRange(QStringView text, int position, int &first, int &last)
     }
 }
 
+// Positions first to last of text become the result text of value.
+void replaceByResult(QString &text, int first, int last, double value)
+{
+    char16_t result[kResultTextRoom];  // left uninitialised: WriteResultText fills it
+    const QStringView written(result, WriteResultText(value, result));
+    text.replace(first - 1, last - first + 1, written.data(), written.size());
+}
+
 // Reduces every "*" and "/" of text, left to right, each to its result text.
 bool reduceProducts(QString &text, QString &message)
 {
@@ -67,8 +75,7 @@ bool reduceProducts(QString &text, QString &message)
         const double value = GetEquVal(QStringView(text).mid(first - 1, last - first + 1), message);
         if (!message.isEmpty())
             return false;
-        QChar result[kResultTextRoom];
-        text.replace(first - 1, last - first + 1, result, WriteResultText(value, result));
+        replaceByResult(text, first, last, value);
     }
 }
 
@@ -197,8 +204,7 @@ double SolveEquation(const QString &expression, QString &message)
         const double value = GetEquVal(inner, message);
         if (!message.isEmpty())
             return 0;
-        QChar result[kResultTextRoom];
-        text.replace(open - 1, close - open + 1, result, WriteResultText(value, result));
+        replaceByResult(text, open, close, value);
     }
     if (!reduceProducts(text, message))
         return 0;

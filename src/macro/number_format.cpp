@@ -189,13 +189,13 @@ QString FormatNumber(double value, const char *pattern)
     return QString::fromLatin1(out, end - out);
 }
 
-qsizetype WriteResultText(double value, QChar *out)
+qsizetype WriteResultText(double value, char16_t *out)
 {
     static_assert(kResultTextRoom >= kFixedBuffer + kMaxDecimals + 2);
     if (!std::isfinite(value))
         throw std::overflow_error("Overflow");
     if (value == 0) {
-        out[0] = QLatin1Char('0');
+        out[0] = u'0';
         return 1;
     }
     char chars[kResultTextRoom];
@@ -203,14 +203,15 @@ qsizetype WriteResultText(double value, QChar *out)
     const char *end = resultChars(value, chars, exact);
     const qsizetype length = end - chars;
     for (qsizetype i = 0; i < length; ++i)
-        out[i] = QLatin1Char(chars[i]);
+        out[i] = static_cast<unsigned char>(chars[i]);
     return length;
 }
 
 QString ResultText(double value)
 {
-    QChar out[kResultTextRoom];
-    return QString(out, WriteResultText(value, out));
+    char16_t out[kResultTextRoom];
+    const QStringView text(out, WriteResultText(value, out));
+    return text.toString();
 }
 
 double ResultValue(double value)

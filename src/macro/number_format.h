@@ -27,7 +27,7 @@ QString ResultText(double value);
 inline constexpr qsizetype kResultTextRoom = 432;
 // ResultText written into out (kResultTextRoom characters); returns its length. An
 // expression is rewritten in place with it, without building a string.
-qsizetype WriteResultText(double value, QChar *out);
+qsizetype WriteResultText(double value, char16_t *out);
 // Val1(ResultText(value)), the value as it reads back from its result text; 0 for 0.
 double ResultValue(double value);
 
