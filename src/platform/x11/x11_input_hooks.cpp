@@ -275,6 +275,11 @@ void X11InputHooks::Worker::handleGrabbedKey(const XKeyEvent &event)
     const bool swallow = ConsumesKey(m_keyPlan, virtualKey, keyDown(keys, vk::LeftControl),
                                      keyDown(keys, vk::LeftAlt), keyDown(keys, vk::LeftShift));
     XAllowEvents(m_display, swallow ? AsyncKeyboard : ReplayKeyboard, event.time);
+    // The grab the press activated would take every key until this one is released;
+    // ending it at once lets the releases (and other keys) go where they belong. A key
+    // held down activates the passive grab again on each auto-repeat.
+    if (swallow && !m_keyboardGrabbed)
+        XUngrabKeyboard(m_display, event.time);
     XFlush(m_display);
 }
 
