@@ -92,6 +92,9 @@ bool IsVarName(QStringView text)
     for (const QChar c : text)
         if (c < QLatin1Char('A') || c > QLatin1Char('z'))
             return false;
+    constexpr qsizetype kShortestPlaceholder = 6;  // AEMPTY
+    if (text.size() < kShortestPlaceholder)
+        return true;
     return !text.contains(QLatin1String("ALITERAL")) && !text.contains(QLatin1String("AEMPTY"));
 }
 

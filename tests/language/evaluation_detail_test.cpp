@@ -93,6 +93,18 @@ TEST(ResultDigits, OtherValuesReadBackFromTheirText)
         EXPECT_EQ(ResultValue(value), Val1(ResultText(value))) << value;
 }
 
+TEST(NameTest, AgreesWithTheNameRule)
+{
+    const char *words[] = {"", "A", "AEMPT", "AEMPTY", "xAEMPTY", "ALITERAL", "ALITERALS", "ALITERA", "A1", "a_b", "[x]",
+                           "B C", "\xE9"};
+    for (const char *w : words) {
+        const QString word = QString::fromLatin1(w);
+        EXPECT_EQ(IsVarName(word), AllLetters(word, QString()).isEmpty()) << w;
+    }
+    EXPECT_FALSE(IsVarName(QStringLiteral("AEMPTY")));
+    EXPECT_TRUE(IsVarName(QStringLiteral("a_b")));  // "_" lies between "Z" and "a"
+}
+
 TEST_F(LanguageTest, SpecialNamesAreFoundInAnyCase)
 {
     QString cond = QStringLiteral("len(s)=3");
