@@ -15,7 +15,7 @@ import time
 
 import clip_probe
 
-INTERVAL = 0.2
+INTERVAL = float(os.environ.get("SOAK_INTERVAL", "0.2"))  # seconds between copies
 WARM_UP = 20  # seconds before the first memory figure that counts
 WORDS = ["one", "two", "three", "four", "five", "six", "seven", "eight", "nine", "ten"]
 
