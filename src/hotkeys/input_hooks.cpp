@@ -129,6 +129,7 @@ bool KeyboardCallback(const platform::KeyEvent &event)
     h.KeyEvent = event;
     if (!IsHooked(event.virtualKey))
         return false;
+    qCDebug(lcHooks) << "swallowed key" << event.virtualKey << "pending macro" << shell::app().PendingHotkey;
     if (shell::app().PendingHotkey != 0 && g_startRunTimer)
         g_startRunTimer();
     return true;

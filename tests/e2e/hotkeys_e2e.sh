@@ -13,10 +13,13 @@ printf '0\r\n' > "$home/ShowInstructions.flg"
 # Option 7 ("1"): hotkeys enabled at start.
 printf '"12"\r\n"Mary"\r\n"0"\r\n"100"\r\n"0"\r\n"1"\r\n"1"\r\n"%s"\r\n' "$home/Hotkeys.txt" > "$home/options.def"
 # "Waiter" waits 30 seconds; Esc ends the wait, and the report then tells "WAIT aborted by user".
-printf '"<Hotkeys Macros v1.2>"\r\n#TRUE#,"^%%k","Waiter","[WAIT 30]"\r\n' > "$home/Hotkeys.txt"
+# "Quick" only sets a variable.
+printf '"<Hotkeys Macros v1.2>"\r\n#TRUE#,"^%%k","Waiter","[WAIT 30]"\r\n#TRUE#,"^%%q","Quick","[X=1]"\r\n' \
+  > "$home/Hotkeys.txt"
 keylog="$home/xev.log"
 
-"$bin/sonamark" /h &
+# The hooks' log tells each swallowed hotkey.
+QT_LOGGING_RULES="sonamark.hooks.debug=true" "$bin/sonamark" /h 2> "$home/hooks.log" &
 pids+=($!)
 wait_for 15 icon_in_tray || fail "the icon did not appear in the tray host"
 
@@ -64,3 +67,14 @@ focus_sink
 sleep 0.5
 [ "$(received Escape)" = 2 ] || fail "Esc did not reach the other window once the macro had ended"
 echo "ok - Esc passes on when no macro runs"
+
+# Held down, a hotkey fires again on each auto-repeat (about 25 a second after 0.66 s).
+focus_sink
+"$keys" down Control_L down Alt_L down q
+sleep 1.5
+"$keys" up q up Alt_L up Control_L
+sleep 0.5
+fired=$(grep -c 'swallowed key 81 pending macro 2' "$home/hooks.log")
+[ "$fired" -ge 5 ] || fail "a held hotkey fired $fired times"
+[ "$(received q)" = 0 ] || fail "a repeat of the held hotkey reached the other window"
+echo "ok - a held hotkey fires on each auto-repeat ($fired times in 1.5 s)"

@@ -109,6 +109,9 @@ private:
     bool m_buttonsGrabbed = false;
     bool m_buttonsSelected = false;
     std::bitset<256> m_down;
+    // Raw presses of each key not yet matched by a grabbed press. A grabbed press with
+    // none is an auto-repeat, which the server makes without a raw event.
+    std::array<int, 256> m_rawPending{};
     QSet<int> m_synthetic;
     std::vector<std::function<void()>> m_settleWaiters;
     bool m_settling = false;
@@ -274,6 +277,23 @@ void X11InputHooks::Worker::handleGrabbedKey(const XKeyEvent &event)
     const int virtualKey = m_virtualKeys[event.keycode & 0xff];
     const bool swallow = ConsumesKey(m_keyPlan, virtualKey, keyDown(keys, vk::LeftControl),
                                      keyDown(keys, vk::LeftAlt), keyDown(keys, vk::LeftShift));
+    const int code = event.keycode & 0xff;
+    if (m_rawPending[code] > 0) {
+        --m_rawPending[code];
+    } else if (virtualKey != 0) {
+        // Auto-repeat: the logic sees it as one more press, so a held hotkey fires again.
+        KeyEvent repeat;
+        repeat.virtualKey = virtualKey;
+        repeat.down = true;
+        repeat.leftControl = keyDown(keys, vk::LeftControl);
+        repeat.leftAlt = keyDown(keys, vk::LeftAlt);
+        repeat.leftShift = keyDown(keys, vk::LeftShift);
+        repeat.control = repeat.leftControl || keyDown(keys, vk::RightControl);
+        toGui([repeat](X11InputHooks *owner) {
+            if (owner->onKey)
+                owner->onKey(repeat);
+        });
+    }
     XAllowEvents(m_display, swallow ? AsyncKeyboard : ReplayKeyboard, event.time);
     // The grab the press activated would take every key until this one is released;
     // ending it at once lets the releases (and other keys) go where they belong. A key
@@ -303,6 +323,7 @@ void X11InputHooks::Worker::handleRaw(XIRawEvent *raw, int type)
         const int code = raw->detail & 0xff;
         const bool down = type == XI_RawKeyPress;
         m_down[code] = down;
+        m_rawPending[code] = down ? m_rawPending[code] + 1 : 0;
         KeyEvent event;
         event.virtualKey = m_virtualKeys[code];
         event.down = down;
