@@ -59,21 +59,6 @@ int VirtualKeyOfKeysym(unsigned long keysym)
     return 0;
 }
 
-QList<unsigned long> KeysymsOfVirtualKey(int virtualKey)
-{
-    QList<unsigned long> keysyms;
-    if (virtualKey >= 'A' && virtualKey <= 'Z')
-        keysyms << XK_a + (virtualKey - 'A');
-    else if (virtualKey >= '0' && virtualKey <= '9')
-        keysyms << XK_0 + (virtualKey - '0');
-    else if (virtualKey >= kF1 && virtualKey < kF1 + kFunctionKeys)
-        keysyms << XK_F1 + (virtualKey - kF1);
-    for (const KeyPair &pair : kPairs)
-        if (pair.virtualKey == virtualKey)
-            keysyms << pair.keysym;
-    return keysyms;
-}
-
 char32_t KeysymCharacter(unsigned long keysym)
 {
     constexpr unsigned long kUnicodeKeysyms = 0x01000000;
