@@ -59,15 +59,6 @@ protected:
 
 } // namespace
 
-TEST(EspeakRate, MapsTheRateRangeOntoAThirdToThreeTimes)
-{
-    EXPECT_EQ(EspeakEngine::WordsPerMinute(0), 175);
-    EXPECT_EQ(EspeakEngine::WordsPerMinute(10), 525);
-    EXPECT_EQ(EspeakEngine::WordsPerMinute(-10), 80);  // espeak-ng goes no slower
-    EXPECT_LT(EspeakEngine::WordsPerMinute(-5), 175);
-    EXPECT_GT(EspeakEngine::WordsPerMinute(5), 175);
-}
-
 TEST_F(EspeakEngineTest, SpeaksASentenceWithWordsInOrderThenEnds)
 {
     ASSERT_FALSE(engine.voices().isEmpty());

@@ -1,4 +1,5 @@
 // The espeak-ng synthesis thread: whole jobs, and cancelling the one being synthesised.
+#include "platform/espeak/espeak_engine.h"
 #include "platform/espeak/espeak_synth.h"
 
 #include <condition_variable>
@@ -74,4 +75,31 @@ TEST(SynthThread, CancelEndsTheJobBeingSynthesisedAndTheNextOneRuns)
     EXPECT_TRUE(got.finished[2]);
     EXPECT_LT(got.samples[2], whole / 2) << "the cancelled job ran on";
     EXPECT_GT(got.samples[3], 0);
+}
+
+// Rate -10 speaks at about a third of the normal speed and 10 at about three times it,
+// judged by the length of the audio made for the same sentence.
+TEST(SynthThread, RateRangeSpansAThirdToThreeTimesTheNormalSpeed)
+{
+    Collector got;
+    SynthThread synth([&got](SynthChunk c) { got.take(c); });
+    if (!synth.ok())
+        GTEST_SKIP() << "espeak-ng is not available";
+    const QString sentence = QStringLiteral(
+        "The quick brown fox jumps over the lazy dog while the farmer watches from the gate.");
+    quint64 id = 0;
+    for (const int rate : {-10, 0, 10}) {
+        SynthJob job = Job(++id, sentence);
+        const platform::espeak::EspeakEngine::Pace pace = platform::espeak::EspeakEngine::SpeakingPace(rate);
+        job.wordsPerMinute = pace.wordsPerMinute;
+        job.wordGap = pace.wordGap;
+        synth.submit(job);
+    }
+    ASSERT_TRUE(got.waitFor([&] { return got.finished.size() == 3; }));
+    const double slow = double(got.samples[1]) / double(got.samples[2]);
+    const double fast = double(got.samples[3]) / double(got.samples[2]);
+    EXPECT_GT(slow, 2.3) << "rate -10 is only " << slow << " times as long";
+    EXPECT_LT(slow, 4.0);
+    EXPECT_LT(fast, 1.0 / 2.0) << "rate 10 is " << fast << " of the normal length";
+    EXPECT_GT(fast, 1.0 / 4.0);
 }

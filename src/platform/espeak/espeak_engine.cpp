@@ -3,6 +3,7 @@
 #include <QLoggingCategory>
 #include <QMetaObject>
 #include <QPointer>
+#include <algorithm>
 #include <cmath>
 
 Q_LOGGING_CATEGORY(lcEspeakEngine, "sonamark.speech.engine", QtWarningMsg)
@@ -14,6 +15,11 @@ constexpr int kTickMs = 10;               // how often playback is followed
 constexpr int kNormalWordsPerMinute = 175;
 constexpr double kRateFactorAtTen = 3.0;  // rate 10: three times normal, -10: a third
 constexpr int kMinWordsPerMinute = 80;    // espeak-ng's slowest
+// Measured on espeak-ng's English voices: at its slowest a text takes about twice as long
+// as at normal speed, and a word-gap unit at that speed lengthens each word by about
+// 1/8.6 of a normal word.
+constexpr double kSlowestLength = 2.0;
+constexpr double kGapUnitsPerNormalWord = 8.6;
 constexpr int kMaxWordsPerMinute = 600;
 } // namespace
 
@@ -37,10 +43,18 @@ EspeakEngine::~EspeakEngine()
     m_synth.reset();  // joins the thread: no chunk is posted after this
 }
 
-int EspeakEngine::WordsPerMinute(int rate)
+EspeakEngine::Pace EspeakEngine::SpeakingPace(int rate)
 {
     const double factor = std::pow(kRateFactorAtTen, qBound(-10, rate, 10) / 10.0);
-    return qBound(kMinWordsPerMinute, int(std::lround(kNormalWordsPerMinute * factor)), kMaxWordsPerMinute);
+    const double wanted = kNormalWordsPerMinute * factor;
+    Pace pace;
+    pace.wordsPerMinute = qBound(kMinWordsPerMinute, int(std::lround(wanted)), kMaxWordsPerMinute);
+    if (wanted < kMinWordsPerMinute) {
+        // How much longer than normal a word should take, less what the slowest speed gives.
+        const double extra = kNormalWordsPerMinute / wanted - kSlowestLength;
+        pace.wordGap = std::max(0, int(std::lround(extra * kGapUnitsPerNormalWord)));
+    }
+    return pace;
 }
 
 QStringList EspeakEngine::voices()
@@ -76,7 +90,9 @@ void EspeakEngine::speak(const QString &text, int flags)
     job.ssml = m_markup.ssml;
     if (m_voice < m_synth->voices().size())
         job.voiceIdentifier = m_synth->voices().at(m_voice).identifier;
-    job.wordsPerMinute = WordsPerMinute(m_rate);
+    const Pace pace = SpeakingPace(m_rate);
+    job.wordsPerMinute = pace.wordsPerMinute;
+    job.wordGap = pace.wordGap;
     job.volume = m_volume;
     m_currentId = job.id;
     m_synthDone = false;

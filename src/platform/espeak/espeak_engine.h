@@ -37,8 +37,13 @@ public:
     void resume() override;
     SpeechStatus status() const override;
 
-    // Speaking speed in words per minute for a rate of -10 .. 10.
-    static int WordsPerMinute(int rate);
+    // Speaking speed for a rate of -10 .. 10: words per minute, and below espeak-ng's
+    // slowest speed a pause after each word that makes up the difference.
+    struct Pace {
+        int wordsPerMinute = 175;
+        int wordGap = 0;  // 10 ms units
+    };
+    static Pace SpeakingPace(int rate);
 
 private:
     struct PendingWord {

@@ -140,6 +140,7 @@ void SynthThread::run()
         if (!job.voiceIdentifier.isEmpty())
             espeak_SetVoiceByName(job.voiceIdentifier.toUtf8().constData());
         espeak_SetParameter(espeakRATE, job.wordsPerMinute, 0);
+        espeak_SetParameter(espeakWORDGAP, job.wordGap, 0);
         espeak_SetParameter(espeakVOLUME, job.volume, 0);
         Running running{&job, 0, m_sampleRate, m_sink, &m_cancelBelow};
         t_running = &running;

@@ -27,6 +27,7 @@ struct SynthJob {
     QString ssml;
     QString voiceIdentifier;  // "" keeps the default voice
     int wordsPerMinute = 175;
+    int wordGap = 0;          // extra pause after each word, in units of 10 ms
     int volume = 100;         // espeak-ng's amplitude, 100 normal
 };
 
