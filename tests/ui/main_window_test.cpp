@@ -24,6 +24,7 @@ struct MainWindowTest : ::testing::Test {
 
 TEST_F(MainWindowTest, FormLoadShowsIdleIconAndKeepsWindowHidden)
 {
+    fx.inputHooks.keyboardAvailable = false;
     ui::frmSonamark window(&fx.tray);
     window.Form_Load();
     ASSERT_TRUE(window.loaded());
