@@ -389,6 +389,8 @@ void Reset_txtSpeech()
         return;
     app.CurrentFile.clear();
     app.TextDirty = false;
+    if (!g_view)
+        return;  // no window yet (or any more): only the document state changes
     g_view->setCaption(kWindowCaption);
     g_view->applyDefaultFormat();
 }
