@@ -4,6 +4,7 @@
 #include <QAudioSink>
 #include <QLoggingCategory>
 #include <QMediaDevices>
+#include <QTimer>
 
 Q_LOGGING_CATEGORY(lcEspeakPlayer, "sonamark.speech.audio", QtWarningMsg)
 
@@ -149,12 +150,20 @@ void PcmPlayer::resume()
         return;
     m_paused = false;
     m_clock.restart();
-    if (m_sink && m_playing)
-        m_sink->resume();
+    if (!m_sink || !m_playing)
+        return;
+    // The device takes up again on the next turn of the event loop, so that a purge
+    // following at once (Stop while paused) drops the held sound before any of it is heard.
+    const quint64 ticket = ++m_resumeTicket;
+    QTimer::singleShot(0, m_sink.get(), [this, ticket] {
+        if (ticket == m_resumeTicket && !m_paused && m_playing)
+            m_sink->resume();
+    });
 }
 
 void PcmPlayer::stop()
 {
+    ++m_resumeTicket;
     if (m_sink && m_playing)
         m_sink->reset();
     m_playing = false;

@@ -63,6 +63,7 @@ private:
     int m_sampleRate;
     QAudioFormat m_format;
     std::unique_ptr<QAudioSink> m_sink;
+    quint64 m_resumeTicket = 0;  // a deferred resume counts only if nothing came after it
     PcmFeed m_feed;
     bool m_silent = false;
     bool m_playing = false;
