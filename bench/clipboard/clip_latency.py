@@ -35,6 +35,7 @@ def main():
         if results:
             print("copy-to-first-audio over %d copies: median %.0f ms, min %.0f ms, max %.0f ms"
                   % (len(results), statistics.median(results), min(results), max(results)))
+            print("each copy, in order: " + ", ".join("%.0f" % r for r in results))
         return 0 if len(results) == ROUNDS else 1
     finally:
         sink.stop()
