@@ -125,15 +125,28 @@ void Timer5_Timer()
     }
 }
 
+namespace {
+
+// The monitor toggle flips: true when it turns monitoring on (the button then reads
+// "Clip On"); turning off is left to SwitchRegime.
+bool TogglesOn(ClipView &view)
+{
+    const bool on = view.clipToggleCaption() == kClipOff;
+    if (on)
+        view.setClipToggle(kClipOn, kMonitoringTip);
+    return on;
+}
+
+} // namespace
+
 void cmdClipToggle_Click()
 {
     ClipView *view = clipView();
     if (!view)
         return;
     MonitorState &m = monitor();
-    const bool on = view->clipToggleCaption() == kClipOff;
+    const bool on = TogglesOn(*view);
     if (on) {
-        view->setClipToggle(kClipOn, kMonitoringTip);
         platform::Clipboard &clipboard = Clipboard();
         const QString text = clipboard.text();
         if (text.isEmpty() || m.SkipClipPrompt) {
@@ -174,9 +187,8 @@ void FlipMonitoringFromTray()
     if (!view)
         return;
     MonitorState &m = monitor();
-    const bool on = view->clipToggleCaption() == kClipOff;
+    const bool on = TogglesOn(*view);
     if (on) {
-        view->setClipToggle(kClipOn, kMonitoringTip);
         platform::Clipboard &clipboard = Clipboard();
         m.TrayClipText = clipboard.text();
         if (!m.TrayClipText.isEmpty())
