@@ -15,15 +15,6 @@ TEST_F(ClipTest, SixClipsDropTheOldestAndNumberFromTheNewest)
     EXPECT_FALSE(view.hidden.value(reader::TrayEntry::ClipStored, true));
 }
 
-TEST_F(ClipTest, CountRowSaysClipInTheSingular)
-{
-    EXPECT_FALSE(view.clipCount.visible);
-    reader::Add2Clips(QStringLiteral("only"));
-    EXPECT_EQ(view.clipCount.caption, "1 Clip Stored");
-    reader::Add2Clips(QStringLiteral("second"));
-    EXPECT_EQ(view.clipCount.caption, "2 Clips Stored");
-}
-
 TEST_F(ClipTest, TwentyCharactersShowWholeAndTwentyOneAreCut)
 {
     const QString twenty = QStringLiteral("abcdefghij0123456789");
@@ -70,35 +61,32 @@ TEST_F(ClipTest, RefreshClipsUsesTheShortCaptionsAndHidesRowsPastTheCount)
     EXPECT_EQ(view.clipCount.caption, "1 Clip Stored");
 }
 
-TEST_F(ClipTest, PickedClipGoesToTheClipboardWithANoticeWhenNotMonitoring)
+TEST_F(ClipTest, PickedClipGoesToTheClipboardWithANoticeOrAStatusLine)
 {
     reader::Add2Clips(QStringLiteral("older"));
     reader::Add2Clips(QStringLiteral("newer"));
+    reader::mnuClipboardMRU_Click(1);  // the Clipboard menu: a status line, no notice
+    EXPECT_EQ(fx.clipboard.content, "older");
+    EXPECT_EQ(view.panel1.last(), "2 was copied to the clipboard.");
+    EXPECT_TRUE(fx.messages.popups.isEmpty());
+
+    reader::mnuClipMRU_Click(0, true);  // the monitor reads it; no notice
+    EXPECT_EQ(fx.clipboard.content, "newer");
+    EXPECT_TRUE(fx.messages.popups.isEmpty());
     reader::mnuClipMRU_Click(1, false);
     EXPECT_EQ(fx.clipboard.content, "older");
     EXPECT_EQ(fx.messages.popups, QStringList{"Copied To Clipboard"});
     EXPECT_FALSE(fx.messages.popupVisible);
     EXPECT_EQ(slept, 2000);
-
-    fx.messages.popups.clear();
-    reader::mnuClipMRU_Click(0, true);  // the monitor reads it; no notice
-    EXPECT_EQ(fx.clipboard.content, "newer");
-    EXPECT_TRUE(fx.messages.popups.isEmpty());
 }
 
-TEST_F(ClipTest, ClipboardMenuPickWritesTheStatusPanel)
+TEST_F(ClipTest, PictureOfANewSizeIsStoredAndCaptionedButTheSameOneAgainIsNot)
 {
-    reader::Add2Clips(QStringLiteral("older"));
-    reader::Add2Clips(QStringLiteral("newer"));
-    reader::mnuClipboardMRU_Click(1);
-    EXPECT_EQ(fx.clipboard.content, "older");
-    EXPECT_EQ(view.panel1.last(), "2 was copied to the clipboard.");
-    EXPECT_TRUE(fx.messages.popups.isEmpty());
-}
-
-TEST_F(ClipTest, PictureOfANewSizeIsStoredAndCaptioned)
-{
+    EXPECT_FALSE(view.picCount.visible);
     reader::AddPicClip(Picture(64, 48));
+    reader::AddPicClip(Picture(64, 48));
+    EXPECT_EQ(clipStore().PicCount, 1);
+    EXPECT_EQ(view.picCount.caption, "1 Pic Stored");
     reader::AddPicClip(Picture(64, 49));
     EXPECT_EQ(clipStore().PicCount, 2);
     EXPECT_EQ(view.picRows[0].caption, "Pic 1 (64x49)");
@@ -107,39 +95,20 @@ TEST_F(ClipTest, PictureOfANewSizeIsStoredAndCaptioned)
     EXPECT_FALSE(view.hidden.value(reader::TrayEntry::Separator2, true));
 }
 
-TEST_F(ClipTest, SamePictureAgainIsNotStored)
+TEST_F(ClipTest, OnlyAPixelOnTheSampleGridMakesAPictureNew)
 {
-    reader::AddPicClip(Picture(30, 20));
-    reader::AddPicClip(Picture(30, 20));
-    EXPECT_EQ(clipStore().PicCount, 1);
-    EXPECT_EQ(view.picCount.caption, "1 Pic Stored");
-}
-
-TEST_F(ClipTest, PixelOnTheSampleGridMakesAPictureNew)
-{
-    reader::AddPicClip(Picture(30, 20));
-    auto changed = Picture(30, 20);
-    changed->setPixel(3, 2, 0xffffffffu);  // steps are 3 and 2
-    reader::AddPicClip(changed);
-    EXPECT_EQ(clipStore().PicCount, 2);
-}
-
-TEST_F(ClipTest, PixelOffTheSampleGridGoesUnnoticed)
-{
-    reader::AddPicClip(Picture(30, 20));
-    auto changed = Picture(30, 20);
-    changed->setPixel(4, 3, 0xffffffffu);
-    reader::AddPicClip(changed);
-    EXPECT_EQ(clipStore().PicCount, 1);
-}
-
-TEST_F(ClipTest, FivePixelWidePictureIsSampledAtEveryColumn)
-{
-    reader::AddPicClip(Picture(5, 5));
-    auto changed = Picture(5, 5);
-    changed->setPixel(3, 0, 0xffffffffu);  // 5/10 rounds to 0: the step is 1
-    reader::AddPicClip(changed);
-    EXPECT_EQ(clipStore().PicCount, 2);
+    struct Row { int w, h, x, y, count; };
+    for (const Row &r : {Row{30, 20, 3, 2, 2},    // steps are 3 and 2
+                         Row{30, 20, 4, 3, 1},    // off the grid: unnoticed
+                         Row{5, 5, 3, 0, 2}}) {   // 5/10 rounds to 0: the step is 1
+        SCOPED_TRACE(testing::Message() << r.w << 'x' << r.h << " at " << r.x << ',' << r.y);
+        clipStore().reset();
+        reader::AddPicClip(Picture(r.w, r.h));
+        auto changed = Picture(r.w, r.h);
+        changed->setPixel(r.x, r.y, 0xffffffffu);
+        reader::AddPicClip(changed);
+        EXPECT_EQ(clipStore().PicCount, r.count);
+    }
 }
 
 TEST_F(ClipTest, SixthPictureReusesTheOldestHolder)
@@ -215,25 +184,19 @@ TEST_F(ClipTest, ClearYesEmptiesStoreMenusAndClipboard)
     EXPECT_FALSE(reader::IsInClipStore(QStringLiteral("text")));
 }
 
-TEST_F(ClipTest, EnablingPicturesStartsTimer5OnlyWhenCollecting)
+TEST_F(ClipTest, EnablingPicturesStartsTimer5OnlyWhenCollectingAndDisablingForgetsThem)
 {
     reader::mnuClipboardEnablePics_Click(true);
     EXPECT_TRUE(view.pics);
     EXPECT_FALSE(view.timer5);
+    reader::AddPicClip(Picture(8, 8));
     reader::mnuClipboardEnablePics_Click(false);  // off again
     EXPECT_FALSE(view.pics);
-    reader::mnuClipboardEnablePics_Click(false);
-    EXPECT_TRUE(view.timer5);
-}
-
-TEST_F(ClipTest, DisablingPicturesForgetsThem)
-{
-    view.pics = true;
-    reader::AddPicClip(Picture(8, 8));
-    reader::mnuClipboardEnablePics_Click(false);
     EXPECT_FALSE(view.timer5);
     EXPECT_EQ(clipStore().PicCount, 0);
     EXPECT_FALSE(clipStore().ClipPic[0]);
     EXPECT_FALSE(view.picRows[0].visible);
     EXPECT_FALSE(view.picCount.visible);
+    reader::mnuClipboardEnablePics_Click(false);
+    EXPECT_TRUE(view.timer5);
 }
