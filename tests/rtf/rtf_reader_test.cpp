@@ -51,25 +51,22 @@ TEST(RtfReader, WordPadFileKeepsFontsColoursAlignmentIndentsAndBullets)
     const RichParagraph &title = document.paragraphs[0];
     EXPECT_EQ(title.format.alignment, Alignment::Center);
     ASSERT_EQ(title.runs.size(), 1);
-    EXPECT_EQ(title.runs[0].format.family, QStringLiteral("Arial"));
-    EXPECT_EQ(title.runs[0].format.pointSize, 16);
-    EXPECT_TRUE(title.runs[0].format.bold);
+    EXPECT_EQ(title.runs[0].format, (CharFormat{QStringLiteral("Arial"), 16, true}));
     EXPECT_FALSE(title.markFormat.bold);  // \b0 came before the \par
 
     const RichParagraph &soup = document.paragraphs[1];
     EXPECT_EQ(soup.format.leftIndent, 720);
     EXPECT_EQ(soup.format.rightIndent, 360);
     EXPECT_EQ(soup.format.alignment, Alignment::Left);
-    EXPECT_EQ(soup.runs[0].format.color, std::optional<quint32>(0xFF0000));
-    EXPECT_TRUE(soup.runs[0].format.italic);
-    EXPECT_EQ(soup.runs[0].format.pointSize, 10);
+    EXPECT_EQ(soup.runs[0].format, (CharFormat{QStringLiteral("Arial"), 10, false, true, false, false, 0xFF0000}));
 
     const RichParagraph &bread = document.paragraphs[2];
     EXPECT_TRUE(bread.format.bullet);
     EXPECT_EQ(bread.format.firstLineIndent, -720);
-    EXPECT_EQ(bread.runs[0].format.family, QStringLiteral("Times New Roman"));
+    EXPECT_EQ(bread.runs[0].format, (CharFormat{QStringLiteral("Times New Roman"), 12}));
     EXPECT_TRUE(document.paragraphs[3].format.bullet);  // \pn holds until the next \pard
-    EXPECT_TRUE(document.paragraphs[3].runs[0].format.underline);
+    EXPECT_EQ(document.paragraphs[3].runs[0].format,
+              (CharFormat{QStringLiteral("Times New Roman"), 12, false, false, true}));
     EXPECT_FALSE(document.paragraphs[4].format.bullet);
 
     const RichParagraph &price = document.paragraphs[4];
@@ -173,8 +170,6 @@ TEST(RtfReader, NumberedItemsKeepTheirNumbersAsTextAndAreNotBullets)
     EXPECT_EQ(ParagraphTexts(document),
               (QStringList{QStringLiteral("1.\tfirst"), QStringLiteral("2.\tsecond"),
                            QStringLiteral("a)\tthird"), QStringLiteral("dot")}));
-    EXPECT_FALSE(document.paragraphs[0].format.bullet);
-    EXPECT_FALSE(document.paragraphs[1].format.bullet);
-    EXPECT_FALSE(document.paragraphs[2].format.bullet);
-    EXPECT_TRUE(document.paragraphs[3].format.bullet);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(document.paragraphs[i].format.bullet, i == 3) << i;
 }

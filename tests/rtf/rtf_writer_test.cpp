@@ -36,35 +36,21 @@ RichDocument RoundTrip(const RichDocument &document, QString *error)
 
 TEST(RtfWriter, EveryFormatOfTheModelSurvivesARoundTrip)
 {
-    CharFormat plain = Format(QStringLiteral("DejaVu Sans"), 12);
-    CharFormat loud = Format(QStringLiteral("Liberation Serif"), 20.5);
-    loud.bold = loud.italic = loud.underline = loud.strike = true;
-    loud.color = 0x12AB34;
-    CharFormat blue = plain;
+    const CharFormat plain = Format(QStringLiteral("DejaVu Sans"), 12);
+    const CharFormat loud{QStringLiteral("Liberation Serif"), 20.5, true, true, true, true, 0x12AB34};
+    CharFormat blue = plain, black = plain;
     blue.color = 0x0000FF;
-    CharFormat black = plain;
     black.color = 0x000000;  // explicit black differs from the automatic colour
-
-    ParagraphFormat centred;
-    centred.alignment = Alignment::Center;
-    centred.leftIndent = 1440;
-    centred.rightIndent = 720;
-    centred.firstLineIndent = -360;
-    ParagraphFormat bullet;
-    bullet.bullet = true;
-    bullet.leftIndent = 600;
-    bullet.firstLineIndent = -360;
-    ParagraphFormat right;
-    right.alignment = Alignment::Right;
-    ParagraphFormat justified;
-    justified.alignment = Alignment::Justify;
+    const ParagraphFormat centred{
+        .alignment = Alignment::Center, .leftIndent = 1440, .firstLineIndent = -360, .rightIndent = 720};
+    const ParagraphFormat bullet{.leftIndent = 600, .firstLineIndent = -360, .bullet = true};
 
     RichDocument document;
     document.paragraphs << Paragraph({{QStringLiteral("Plain "), plain}, {QStringLiteral("loud"), loud}}, centred)
                         << Paragraph({{QStringLiteral("item one"), blue}}, bullet)
                         << Paragraph({{QStringLiteral("item two"), black}}, bullet)
-                        << Paragraph({}, right)
-                        << Paragraph({{QStringLiteral("end"), plain}}, justified);
+                        << Paragraph({}, {.alignment = Alignment::Right})
+                        << Paragraph({{QStringLiteral("end"), plain}}, {.alignment = Alignment::Justify});
     document.paragraphs[3].markFormat = loud;  // an empty line keeps its own size
 
     QString error = QStringLiteral("unset");
