@@ -14,18 +14,6 @@ using shell::app;
 namespace {
 const char *const kOpenDialog =
     "open Open a Text File|Text & XML Files (*.txt;*.rtf;*.xml;*.doc)|*.txt;*.rtf;*.xml;*.doc";
-
-RichDocument boldHello()
-{
-    RichDocument doc;
-    RichParagraph p;
-    CharFormat bold;
-    bold.bold = true;
-    p.append(QStringLiteral("Hello "), CharFormat());
-    p.append(QStringLiteral("world"), bold);
-    doc.paragraphs << p;
-    return doc;
-}
 } // namespace
 
 TEST(DocumentNames, RichWordAndSiblingNames)
@@ -47,7 +35,6 @@ TEST(DocumentNames, CaptionCondensesLongPaths)
     EXPECT_EQ(DocumentCaption(""), "Sonamark - Text-To-Speech Reader");
     EXPECT_EQ(DocumentCaption("/home/u/a.txt"), "Sonamark - /home/u/a.txt");
     const QString longPath = QStringLiteral("/home/user/documents/projects/2026/reports/quarterly/summary-final.txt");
-    EXPECT_EQ(shell::CondensedPath(longPath, 60), "/home/user/documents/projects/2026/reports/../summary-final.txt");
     EXPECT_EQ(DocumentCaption(longPath), "Sonamark - /home/user/documents/projects/2026/reports/../summary-final.txt");
     // No separator at all: the head is half the width and the rest follows "..".
     EXPECT_EQ(shell::CondensedPath(QString(12, 'x'), 10), "xxxxx..xxxxxxx");
@@ -115,21 +102,18 @@ TEST_F(DocumentTest, OpenAsksToSaveADirtyFileFirst)
     EXPECT_EQ(readFile("a.txt"), "new\r\n");
     EXPECT_EQ(box.box, "other");
     EXPECT_EQ(app().CurrentFile, path("b.txt"));
-}
-
-TEST_F(DocumentTest, CancelledOpenLeavesTheBooleanTextAsCurrentFile)
-{
-    app().CurrentFile = path("a.txt");
+    // No to the question, then a cancelled dialog: the Boolean text becomes the file.
+    app().CurrentFile = path("c.txt");
     app().TextDirty = true;
     box.box = QStringLiteral("kept");
     fx.messages.answers = {-1};
-    mnuFileLoad_Click();  // no answer queued: the dialog is cancelled
+    mnuFileLoad_Click();
     EXPECT_EQ(app().CurrentFile, "True");
     EXPECT_EQ(box.box, "kept");
-    EXPECT_EQ(readFile("a.txt"), "<missing>");
+    EXPECT_EQ(readFile("c.txt"), "<missing>");
 }
 
-TEST_F(DocumentTest, RichTextFileLoadsIntoTheRichProperty)
+TEST_F(DocumentTest, RichTextFileLoadsRichAndSavesAsRtfThatReadsBack)
 {
     writeFile("r.RTF", "{\\rtf1\\ansi{\\fonttbl{\\f0 Arial;}}\\f0 Hello {\\b world}\\par}");
     box.openAnswers = {path("r.RTF")};
@@ -138,13 +122,7 @@ TEST_F(DocumentTest, RichTextFileLoadsIntoTheRichProperty)
     EXPECT_EQ(box.box, "Hello world");
     EXPECT_EQ(app().CurrentFile, path("r.RTF"));
     EXPECT_TRUE(fx.messages.shown.isEmpty());
-}
-
-TEST_F(DocumentTest, RichTextIsSavedAsRtfThatReadsBack)
-{
-    box.rich = boldHello();
-    box.box = box.rich.plainText();
-    box.saveAnswers = {path("out.rtf")};
+    box.saveAnswers = {path("out.rtf")};  // what was read is written back, bold and all
     mnuFileSaveAs_Click();
     const QByteArray bytes = readFile("out.rtf");
     ASSERT_TRUE(bytes.startsWith("{\\rtf1"));
@@ -155,56 +133,6 @@ TEST_F(DocumentTest, RichTextIsSavedAsRtfThatReadsBack)
     EXPECT_EQ(back.plainText(), "Hello world");
     ASSERT_EQ(back.paragraphs.size(), 1);
     EXPECT_TRUE(back.paragraphs[0].runs.last().format.bold);
-}
-
-TEST_F(DocumentTest, DamagedRtfIsShownButCannotOverwriteTheOriginal)
-{
-    const QByteArray truncated = "{\\rtf1\\ansi Hello {\\b wor";
-    writeFile("t.rtf", truncated);
-    box.openAnswers = {path("t.rtf")};
-    mnuFileLoad_Click();
-    EXPECT_EQ(box.box, "Hello wor");
-    EXPECT_EQ(app().CurrentFile, "");  // a save goes to Save As
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_TRUE(fx.messages.shown[0].text.contains(QLatin1String(kRtfTruncatedMessage)));
-    EXPECT_EQ(readFile("t.rtf"), truncated);
-}
-
-TEST_F(DocumentTest, NotRtfAtAllLeavesTheBoxAlone)
-{
-    writeFile("fake.rtf", "just words");
-    app().CurrentFile = path("x.txt");
-    box.box = QStringLiteral("previous");
-    box.openAnswers = {path("fake.rtf")};
-    mnuFileLoad_Click();
-    EXPECT_EQ(box.box, "previous");
-    EXPECT_EQ(app().CurrentFile, "");
-    EXPECT_EQ(box.caption, "Sonamark - Text-To-Speech Reader");
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_EQ(fx.messages.shown[0].title, "Open File");
-    EXPECT_TRUE(fx.messages.shown[0].text.contains(QLatin1String(kRtfNotRtfMessage)));
-}
-
-TEST_F(DocumentTest, BinaryFileNamedTxtIsRefusedWithAMessage)
-{
-    writeFile("bin.txt", QByteArray("\x7f" "ELF\x02\x01\x01\0\0\0", 10));
-    box.box = QStringLiteral("previous");
-    box.openAnswers = {path("bin.txt")};
-    mnuFileLoad_Click();
-    EXPECT_EQ(box.box, "previous");
-    EXPECT_EQ(app().CurrentFile, "");
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_EQ(fx.messages.shown[0].text,
-              "The file " + path("bin.txt") + " could not be opened.\r\nThe file does not hold text.\r\n");
-}
-
-TEST_F(DocumentTest, MissingFileEndsOpenQuietly)
-{
-    box.box = QStringLiteral("previous");
-    box.openAnswers = {path("gone.txt")};
-    mnuFileLoad_Click();
-    EXPECT_EQ(box.box, "previous");
-    EXPECT_TRUE(fx.messages.shown.isEmpty());
 }
 
 TEST_F(DocumentTest, WordFileGoesThroughTheReaderAndSavesBesideIt)
@@ -224,29 +152,49 @@ TEST_F(DocumentTest, WordFileGoesThroughTheReaderAndSavesBesideIt)
     EXPECT_EQ(readFile("Report.DOC"), "binary word file");
 }
 
-TEST_F(DocumentTest, WordFileWithoutAReaderSaysWordIsMissing)
+TEST_F(DocumentTest, FilesThatCannotBeOpenedLeaveTheBoxAlone)
 {
-    writeFile("a.doc", "x");
-    word.present = false;
-    app().CurrentFile = path("keep.txt");
-    box.openAnswers = {path("a.doc")};
-    mnuFileLoad_Click();
-    EXPECT_EQ(messages(), QStringList{"MS Word Missing: Cannot load DOC file, MS Word not installed."});
-    EXPECT_EQ(app().CurrentFile, path("keep.txt"));
-    EXPECT_TRUE(word.read.isEmpty());
-}
+    const auto openOver = [&](const QString &name) {
+        SCOPED_TRACE(name.toStdString());
+        fx.messages.shown.clear();
+        box.box = QStringLiteral("previous");
+        box.openAnswers = {path(name)};
+        mnuFileLoad_Click();
+        EXPECT_EQ(box.box, "previous");
+    };
+    writeFile("fake.rtf", "just words");  // not RTF at all
+    app().CurrentFile = path("x.txt");
+    openOver("fake.rtf");
+    EXPECT_EQ(app().CurrentFile, "");
+    EXPECT_EQ(box.caption, "Sonamark - Text-To-Speech Reader");
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].title, "Open File");
+    EXPECT_TRUE(fx.messages.shown[0].text.contains(QLatin1String(kRtfNotRtfMessage)));
 
-TEST_F(DocumentTest, UnreadableWordFileSaysWhy)
-{
+    writeFile("bin.txt", QByteArray("\x7f" "ELF\x02\x01\x01\0\0\0", 10));
+    openOver("bin.txt");
+    EXPECT_EQ(app().CurrentFile, "");
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].text,
+              "The file " + path("bin.txt") + " could not be opened.\r\nThe file does not hold text.\r\n");
+
+    openOver("gone.txt");  // a missing file ends quietly
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+
     writeFile("a.doc", "x");
     word.error = QStringLiteral("a.doc is not a Word Document.");
-    box.box = QStringLiteral("previous");
-    box.openAnswers = {path("a.doc")};
-    mnuFileLoad_Click();
-    EXPECT_EQ(box.box, "previous");
+    openOver("a.doc");
     EXPECT_EQ(app().CurrentFile, "");
     ASSERT_EQ(fx.messages.shown.size(), 1);
     EXPECT_TRUE(fx.messages.shown[0].text.contains("a.doc is not a Word Document."));
+
+    word.present = false;  // no reader at all
+    word.read.clear();
+    app().CurrentFile = path("keep.txt");
+    openOver("a.doc");
+    EXPECT_EQ(messages(), QStringList{"MS Word Missing: Cannot load DOC file, MS Word not installed."});
+    EXPECT_EQ(app().CurrentFile, path("keep.txt"));
+    EXPECT_TRUE(word.read.isEmpty());
 }
 
 TEST_F(DocumentTest, SaveWithoutFileGoesToSaveAsAndConfirmsOverwrite)

@@ -23,63 +23,43 @@ class ExceptionsTest : public DocumentTest {};
 
 } // namespace
 
-TEST_F(ExceptionsTest, DoctorRewriteFollowsWordBoundaries)
+TEST_F(ExceptionsTest, RewriteFollowsWordBoundariesAndOrder)
 {
-    setPairs({{"Dr", "Doctor"}});
-    EXPECT_EQ(made("Dr. Drive dr"), "Doctor. Drive Doctor");
-    EXPECT_TRUE(exceptionsState().ExceptionsMade);
-    EXPECT_EQ(made("Call Dr"), "Call Doctor");        // rest is empty: replaced
-    EXPECT_EQ(made("addr book"), "addr book");        // letter before
-    EXPECT_EQ(made("Dr2 is here"), "Doctor2 is here");  // digits are no letters
-    EXPECT_EQ(made("Dré"), "Doctoré");                 // nor are accents
-}
-
-TEST_F(ExceptionsTest, NothingHappensWhenTheToggleIsOffOrTheListEmpty)
-{
+    // Nothing happens while the list is empty or the toggle is off.
     EXPECT_EQ(made("Dr. Who"), "Dr. Who");
     setPairs({{"Dr", "Doctor"}});
     exceptionsState().ExceptionsOn = false;
     EXPECT_EQ(made("Dr. Who"), "Dr. Who");
     EXPECT_FALSE(exceptionsState().ExceptionsMade);
-}
-
-TEST_F(ExceptionsTest, PairsRunInOrderSoTheSecondCanUndoTheFirst)
-{
-    setPairs({{"a", "b"}, {"b", "a"}});
-    EXPECT_EQ(made("x a y"), "x a y");
-}
-
-TEST_F(ExceptionsTest, ScanStepsByTheWordLengthNotTheChangeLength)
-{
-    // After "abc" became "x" the next search starts 3 behind the hit, past the second word.
-    setPairs({{"abc", "x"}});
-    EXPECT_EQ(made("abc abc"), "x abc");
+    exceptionsState().ExceptionsOn = true;
+    struct Row { Pairs pairs; const char *in; const char *out; };
+    const Row rows[] = {
+        {{{"Dr", "Doctor"}}, "Dr. Drive dr", "Doctor. Drive Doctor"},
+        {{{"Dr", "Doctor"}}, "Call Dr", "Call Doctor"},         // rest is empty: replaced
+        {{{"Dr", "Doctor"}}, "addr book", "addr book"},         // letter before
+        {{{"Dr", "Doctor"}}, "Dr2 is here", "Doctor2 is here"},  // digits are no letters
+        {{{"Dr", "Doctor"}}, "Dré", "Doctoré"},                  // nor are accents
+        {{{"a", "b"}, {"b", "a"}}, "x a y", "x a y"},           // in order: the second undoes the first
+        {{{"abc", "x"}}, "abc abc", "x abc"},  // the scan steps by the word's length, past the second word
+        {{{"a", "the"}}, "a a", "the the"},
+        {{{"&", "+"}}, "&&", "+&"},  // the search start reaches the last character and the loop ends
+        {{{"bb", "x"}}, "bb b", "x b"},
+        {{{"New York", "Noo Yawk"}}, "I love new york.", "I love Noo Yawk."},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.in);
+        setPairs(row.pairs);
+        EXPECT_EQ(made(QString::fromUtf8(row.in)), QString::fromUtf8(row.out));
+    }
+    EXPECT_TRUE(exceptionsState().ExceptionsMade);
 }
 
 TEST_F(ExceptionsTest, ChangeHoldingItsOwnWordEnds)
 {
-    // Each replacement puts a new "ab" where the scan looks next; the scan still ends.
-    setPairs({{"ab", "ab ab"}});
+    setPairs({{"ab", "ab ab"}});  // each change puts a new "ab" where the scan looks next
     const QString text = made("ab");
     EXPECT_TRUE(text.startsWith("ab ab"));
     EXPECT_LT(text.size(), 100);
-}
-
-TEST_F(ExceptionsTest, OneCharacterWordAtTheVeryEndIsNotReached)
-{
-    setPairs({{"a", "the"}});
-    EXPECT_EQ(made("a a"), "the the");
-    // The search start moves up to the last character, and the loop ends.
-    setPairs({{"&", "+"}});
-    EXPECT_EQ(made("&&"), "+&");
-    setPairs({{"bb", "x"}});
-    EXPECT_EQ(made("bb b"), "x b");
-}
-
-TEST_F(ExceptionsTest, PhrasesMatchLikeWords)
-{
-    setPairs({{"New York", "Noo Yawk"}});
-    EXPECT_EQ(made("I love new york."), "I love Noo Yawk.");
 }
 
 TEST_F(ExceptionsTest, FileFormatReadsQuotedPairsAndSkipsEmptyFields)
@@ -94,28 +74,29 @@ TEST_F(ExceptionsTest, FileFormatReadsQuotedPairsAndSkipsEmptyFields)
               "\"Dr\",\"Doctor\"\r\n\"say \"hi\"\",\"shy\"\r\n");
 }
 
-TEST_F(ExceptionsTest, MissingFileGivesAnEmptyListWithoutMessage)
+TEST_F(ExceptionsTest, FileFaultsSaySo)
 {
-    GetExceptions();
+    GetExceptions();  // missing: an empty list, no message
     EXPECT_EQ(exceptionsState().ExceptionCount(), 0);
     EXPECT_TRUE(fx.messages.shown.isEmpty());
-}
-
-TEST_F(ExceptionsTest, BadLineKeepsWhatWasReadAndSaysSo)
-{
+    const QString error = "Read File: Error reading from Exceptions.txt file. Values not loaded.";
+    // A bad line keeps what was read before it.
     writeFile("exceptions.txt", "\"Dr\",\"Doctor\"\r\n\"broken\r\n\"St\",\"Saint\"\r\n");
     GetExceptions();
     EXPECT_EQ(exceptionsState().Exceptions, (Pairs{{"Dr", "Doctor"}}));
-    EXPECT_EQ(messages(), QStringList{"Read File: Error reading from Exceptions.txt file. Values not loaded."});
-}
-
-TEST_F(ExceptionsTest, UnreadableFileSaysSo)
-{
+    EXPECT_EQ(messages(), QStringList{error});
     // A folder in the file's place cannot be read as a file, whatever the user's rights.
+    exceptionsState().reset();
+    ASSERT_TRUE(QFile::remove(path("exceptions.txt")));
     ASSERT_TRUE(QDir(dir.path()).mkdir("exceptions.txt"));
     GetExceptions();
     EXPECT_EQ(exceptionsState().ExceptionCount(), 0);
-    EXPECT_EQ(messages(), QStringList{"Read File: Error reading from Exceptions.txt file. Values not loaded."});
+    EXPECT_EQ(messages(), (QStringList{error, error}));
+    // No file can be created under /proc, not even by root.
+    shell::app().AppFolder = QStringLiteral("/proc/");
+    setPairs({{"Dr", "Doctor"}});
+    EXPECT_FALSE(Save2ExceptionFile());
+    EXPECT_EQ(messages().last(), "Save File: Error writing to Exceptions.txt file. Values not saved.");
 }
 
 TEST_F(ExceptionsTest, ApplyRewritesTheWholeBoxAndMarksTheFileDirty)
@@ -142,6 +123,10 @@ TEST_F(ExceptionsTest, ApplyRewritesTheWholeBoxAndMarksTheFileDirty)
 TEST_F(ExceptionsTest, ApplyOnASelectionRewritesItAndSelectsTheResult)
 {
     setPairs({{"Dr", "Doctor"}});
+    box.box = QStringLiteral("   ");  // blank text: nothing at all
+    mnuExceptionsApply_Click();
+    EXPECT_EQ(box.rewrites, 0);
+    EXPECT_EQ(box.events, 0);
     box.box = QStringLiteral("Dr A and Dr B");
     box.select(9, 4);  // "Dr B"
     mnuExceptionsApply_Click();
@@ -151,50 +136,23 @@ TEST_F(ExceptionsTest, ApplyOnASelectionRewritesItAndSelectsTheResult)
     EXPECT_FALSE(shell::app().TextDirty);  // no file: never dirty
 }
 
-TEST_F(ExceptionsTest, ApplyOnBlankTextDoesNothing)
+TEST_F(ExceptionsTest, ApplyingAWordStoresItAndSavesTheList)
 {
-    setPairs({{"Dr", "Doctor"}});
-    box.box = QStringLiteral("   ");
-    mnuExceptionsApply_Click();
-    EXPECT_EQ(box.rewrites, 0);
-    EXPECT_EQ(box.events, 0);
-}
-
-TEST_F(ExceptionsTest, ApplyingANewWordStoresTheListSortedAndSavesIt)
-{
-    setPairs({{"zed", "zee"}, {"Dr", "Doctor"}});
-    EXPECT_EQ(ApplyException("St", "Saint"), 1);
-    EXPECT_EQ(exceptionsState().Exceptions, (Pairs{{"Dr", "Doctor"}, {"St", "Saint"}, {"zed", "zee"}}));
-    EXPECT_EQ(readFile("exceptions.txt"), "\"Dr\",\"Doctor\"\r\n\"St\",\"Saint\"\r\n\"zed\",\"zee\"\r\n");
-    // The saved file loads back to the same list.
-    exceptionsState().reset();
-    GetExceptions();
-    EXPECT_EQ(exceptionsState().ExceptionCount(), 3);
-}
-
-TEST_F(ExceptionsTest, ApplyingAKnownWordReplacesItsChangeInPlace)
-{
-    setPairs({{"zed", "zee"}, {"Dr", "Doctor"}});
-    EXPECT_EQ(ApplyException("DR", "Dokter"), 0);  // row of "Dr" in the sorted list
-    EXPECT_EQ(exceptionsState().Exceptions, (Pairs{{"zed", "zee"}, {"Dr", "Dokter"}}));
-    EXPECT_EQ(readFile("exceptions.txt"), "\"zed\",\"zee\"\r\n\"Dr\",\"Dokter\"\r\n");
-}
-
-TEST_F(ExceptionsTest, ApplyWithAnEmptyFieldStoresNothing)
-{
-    EXPECT_EQ(ApplyException("Dr", "  "), -1);
-    EXPECT_EQ(exceptionsState().ExceptionCount(), 0);
+    EXPECT_EQ(ApplyException("Dr", "  "), -1);  // an empty field stores nothing
     EXPECT_EQ(readFile("exceptions.txt"), "<missing>");
     EXPECT_EQ(fx.messages.shown.size(), 1);
-}
-
-TEST_F(ExceptionsTest, SaveIntoAFolderWhereNothingCanBeCreatedSaysSo)
-{
-    // No file can be created under /proc, not even by root.
-    shell::app().AppFolder = QStringLiteral("/proc/");
-    exceptionsState().Exceptions = {{"Dr", "Doctor"}};
-    EXPECT_FALSE(Save2ExceptionFile());
-    EXPECT_EQ(messages(), QStringList{"Save File: Error writing to Exceptions.txt file. Values not saved."});
+    setPairs({{"zed", "zee"}, {"Dr", "Doctor"}});
+    // A known word has its change replaced in place; the row is that of the sorted list.
+    EXPECT_EQ(ApplyException("DR", "Dokter"), 0);
+    EXPECT_EQ(exceptionsState().Exceptions, (Pairs{{"zed", "zee"}, {"Dr", "Dokter"}}));
+    EXPECT_EQ(readFile("exceptions.txt"), "\"zed\",\"zee\"\r\n\"Dr\",\"Dokter\"\r\n");
+    // A new word stores the list sorted.
+    EXPECT_EQ(ApplyException("St", "Saint"), 1);
+    EXPECT_EQ(exceptionsState().Exceptions, (Pairs{{"Dr", "Dokter"}, {"St", "Saint"}, {"zed", "zee"}}));
+    EXPECT_EQ(readFile("exceptions.txt"), "\"Dr\",\"Dokter\"\r\n\"St\",\"Saint\"\r\n\"zed\",\"zee\"\r\n");
+    exceptionsState().reset();  // the saved file loads back to the same list
+    GetExceptions();
+    EXPECT_EQ(exceptionsState().ExceptionCount(), 3);
 }
 
 TEST_F(ExceptionsTest, DeleteAsksAndRemovesTheSelectedRow)

@@ -103,37 +103,32 @@ QAction *findEntry(QMenuBar *bar, const QString &menu, const QString &caption)
 
 } // namespace
 
-TEST_F(DocumentsWindowTest, PrintsTheWholeTextIntoAPdf)
+TEST_F(DocumentsWindowTest, PrintsTheWholeTextOrOnlyTheSelectionIntoAPdf)
 {
-    if (pdfText({}) == "<no pdftotext>")
-        GTEST_SKIP() << "pdftotext is not installed";
     QTextEdit box;
     box.setPlainText(QStringLiteral("The quick brown fox\nsecond paragraph here"));
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(path("all.pdf"));
-    const reader::PrintOutcome outcome = ui::PrintTextBox(&box, false, printer);
-    ASSERT_EQ(outcome.kind, reader::PrintOutcome::Printed) << outcome.error.toStdString();
-    const QString text = pdfText(path("all.pdf"));
+    const auto print = [&](bool selectionOnly, const QString &file) {
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(file);
+        return ui::PrintTextBox(&box, selectionOnly, printer);
+    };
+    // A place that cannot be written fails, and says where.
+    const reader::PrintOutcome failed = print(false, QStringLiteral("/proc/sonamark-print.pdf"));
+    EXPECT_EQ(failed.kind, reader::PrintOutcome::Failed);
+    EXPECT_TRUE(failed.error.contains("/proc/sonamark-print.pdf")) << failed.error.toStdString();
+    if (pdfText({}) == "<no pdftotext>")
+        GTEST_SKIP() << "pdftotext is not installed";
+    ASSERT_EQ(print(false, path("all.pdf")).kind, reader::PrintOutcome::Printed);
+    QString text = pdfText(path("all.pdf"));
     EXPECT_TRUE(text.contains("The quick brown fox")) << text.toStdString();
     EXPECT_TRUE(text.contains("second paragraph here")) << text.toStdString();
-}
-
-TEST_F(DocumentsWindowTest, PrintsOnlyTheSelection)
-{
-    if (pdfText({}) == "<no pdftotext>")
-        GTEST_SKIP() << "pdftotext is not installed";
-    QTextEdit box;
-    box.setPlainText(QStringLiteral("The quick brown fox\nsecond paragraph here"));
     QTextCursor cursor = box.textCursor();
     cursor.setPosition(10);
     cursor.setPosition(19, QTextCursor::KeepAnchor);
     box.setTextCursor(cursor);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(path("sel.pdf"));
-    ASSERT_EQ(ui::PrintTextBox(&box, true, printer).kind, reader::PrintOutcome::Printed);
-    const QString text = pdfText(path("sel.pdf"));
+    ASSERT_EQ(print(true, path("sel.pdf")).kind, reader::PrintOutcome::Printed);
+    text = pdfText(path("sel.pdf"));
     EXPECT_TRUE(text.startsWith("brown fox")) << text.toStdString();
     EXPECT_FALSE(text.contains("quick")) << text.toStdString();
     EXPECT_FALSE(text.contains("second")) << text.toStdString();
@@ -142,19 +137,7 @@ TEST_F(DocumentsWindowTest, PrintsOnlyTheSelection)
     EXPECT_EQ(box.textCursor().selectedText(), "brown fox");
 }
 
-TEST_F(DocumentsWindowTest, PrintIntoAPlaceThatCannotBeWrittenFails)
-{
-    QTextEdit box;
-    box.setPlainText(QStringLiteral("words"));
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(QStringLiteral("/proc/sonamark-print.pdf"));
-    const reader::PrintOutcome outcome = ui::PrintTextBox(&box, false, printer);
-    EXPECT_EQ(outcome.kind, reader::PrintOutcome::Failed);
-    EXPECT_TRUE(outcome.error.contains("/proc/sonamark-print.pdf")) << outcome.error.toStdString();
-}
-
-TEST_F(DocumentsWindowTest, ExceptionsRewriteKeepsTheFormatOfTheRest)
+TEST_F(DocumentsWindowTest, ExceptionsRewriteKeepsTheFormatOfTheRestAndTheSelection)
 {
     QWidget window;
     QTextEdit edit(&window);
@@ -170,16 +153,9 @@ TEST_F(DocumentsWindowTest, ExceptionsRewriteKeepsTheFormatOfTheRest)
     EXPECT_EQ(edit.toPlainText(), "See Dr Smith at noon");
     probe.setPosition(18);
     EXPECT_EQ(probe.charFormat().fontWeight(), QFont::Bold);
-}
-
-TEST_F(DocumentsWindowTest, SelectionReplaceLeavesTheNewTextSelected)
-{
-    QWidget window;
-    QTextEdit edit(&window);
-    ui::DocumentBox box(&window, &edit);
+    // A replaced selection leaves the new text selected.
     edit.setPlainText(QStringLiteral("Dr A\nand Dr B"));
     box.select(5, 8);  // "and Dr B" on the second line
-    reader::exceptionsState().Exceptions = {{"Dr", "Doctor"}};
     reader::mnuExceptionsApply_Click();
     EXPECT_EQ(edit.toPlainText(), "Dr A\nand Doctor B");
     EXPECT_EQ(box.selectedText(), "and Doctor B");
@@ -212,9 +188,7 @@ TEST_F(DocumentsWindowTest, ExceptionsDialogAddsSortedAndSaves)
         EXPECT_EQ(fx.speech.calls.last(), "speak 9 Dr");
     }
     EXPECT_EQ(app().ChildFormDepth, 0);
-    QFile file(path("exceptions.txt"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "\"Dr\",\"Doctor\"\r\n\"zed\",\"zee\"\r\n");
+    EXPECT_EQ(readAll(path("exceptions.txt")), "\"Dr\",\"Doctor\"\r\n\"zed\",\"zee\"\r\n");
 }
 
 TEST_F(DocumentsWindowTest, MainWindowOffersTheDocumentAndExceptionsEntries)
@@ -222,13 +196,12 @@ TEST_F(DocumentsWindowTest, MainWindowOffersTheDocumentAndExceptionsEntries)
     ui::frmSonamark window(&fx.tray);
     window.Form_Load();
     QMenuBar *bar = window.menuBar();
-    for (const char *caption : {"Open", "Save", "Save As..", "Page Setup", "Print"}) {
-        QAction *a = findEntry(bar, "&File", QLatin1String(caption));
-        ASSERT_NE(a, nullptr) << caption;
-        EXPECT_TRUE(a->isEnabled()) << caption;
-    }
-    for (const char *caption : {"Apply To Current Text", "Undo Exceptions", "Add New Exception", "Make Exceptions"}) {
-        QAction *a = findEntry(bar, "E&xceptions", QLatin1String(caption));
+    const std::pair<const char *, const char *> entries[] = {
+        {"&File", "Open"}, {"&File", "Save"}, {"&File", "Save As.."}, {"&File", "Page Setup"}, {"&File", "Print"},
+        {"E&xceptions", "Apply To Current Text"}, {"E&xceptions", "Undo Exceptions"},
+        {"E&xceptions", "Add New Exception"}, {"E&xceptions", "Make Exceptions"}};
+    for (const auto &[menu, caption] : entries) {
+        QAction *a = findEntry(bar, QLatin1String(menu), QLatin1String(caption));
         ASSERT_NE(a, nullptr) << caption;
         EXPECT_TRUE(a->isEnabled()) << caption;
     }
@@ -258,12 +231,10 @@ TEST_F(DocumentsWindowTest, TalkSpeaksTheRewrittenTextAndEditsMarkTheFileDirty)
     EXPECT_TRUE(app().TextDirty);
     fx.messages.answers = {1};  // Yes: save, then quit
     EXPECT_TRUE(window.close());
-    QFile file(path("a.txt"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "Doctor Who!\r\n");
+    EXPECT_EQ(readAll(path("a.txt")), "Doctor Who!\r\n");
 }
 
-TEST_F(DocumentsWindowTest, RichTextFileOpensFormattedAndSavesBackAsRtf)
+TEST_F(DocumentsWindowTest, RichTextFileOpensFormattedAndSavesBackAsRtfButATruncatedOneIsKept)
 {
     QWidget window;
     QTextEdit edit(&window);
@@ -298,13 +269,7 @@ TEST_F(DocumentsWindowTest, RichTextFileOpensFormattedAndSavesBackAsRtf)
     }
     EXPECT_TRUE(sawBold);
     EXPECT_TRUE(sawItalic);
-}
-
-TEST_F(DocumentsWindowTest, TruncatedRtfShowsWhatItCanAndKeepsTheFile)
-{
-    QWidget window;
-    QTextEdit edit(&window);
-    ScriptedBox box(&window, &edit);
+    // A truncated file shows what it can; Save then asks for a new name and keeps the original.
     const QByteArray cut = "{\\rtf1\\ansi Some {\\b text that stops her";
     writeAll(path("cut.rtf"), cut);
     box.answers = {path("cut.rtf")};
@@ -313,7 +278,7 @@ TEST_F(DocumentsWindowTest, TruncatedRtfShowsWhatItCanAndKeepsTheFile)
     EXPECT_EQ(app().CurrentFile, "");
     ASSERT_EQ(fx.messages.shown.size(), 1);
     EXPECT_EQ(fx.messages.shown[0].title, "Open File");
-    // Save now asks for a new name; the damaged original stays as it was.
+    EXPECT_TRUE(fx.messages.shown[0].text.contains(QLatin1String(reader::kRtfTruncatedMessage)));
     box.answers = {path("recovered.rtf")};
     reader::mnuFileSave_Click();
     EXPECT_EQ(readAll(path("cut.rtf")), cut);
