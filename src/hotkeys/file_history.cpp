@@ -1,6 +1,6 @@
 #include "hotkeys/file_history.h"
 
-#include "hotkeys/legacy_text.h"
+#include "shell/legacy_text.h"
 #include "macro/macro_text.h"
 #include "shell/app_state.h"
 #include "shell/file_util.h"
@@ -24,7 +24,7 @@ QStringList ReadFileHistory()
     }
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    const QString text = DecodeLegacyText(file.readAll());
+    const QString text = shell::DecodeLegacyText(file.readAll());
     file.close();
 
     QStringList accepted;
@@ -53,7 +53,7 @@ void WriteFileHistory(const QStringList &paths)
     QString text;
     for (const QString &path : paths)
         text += path + macro::kCrLf;
-    shell::WriteFileAtomically(historyPath(), EncodeText(text));
+    shell::WriteFileAtomically(historyPath(), shell::EncodeText(text));
 }
 
 QStringList UpdateFileHistory(const QStringList &paths, const QString &current)

@@ -2,7 +2,7 @@
 
 #include "hotkeys/field_io.h"
 #include "hotkeys/hotkeys_table.h"
-#include "hotkeys/legacy_text.h"
+#include "shell/legacy_text.h"
 #include "macro/macro_text.h"
 #include "shell/file_util.h"
 
@@ -48,7 +48,7 @@ QString GetHotKeys()
         return failRead(t, kReadError);
     file.close();
 
-    FieldReader reader(DecodeLegacyText(bytes));
+    FieldReader reader(shell::DecodeLegacyText(bytes));
     QString header;
     if (!reader.readString(header))
         return failRead(t, kReadError);
@@ -84,7 +84,7 @@ QByteArray FormatHotkeysFile()
                 + QLatin1Char(',') + WriteStringField(h.Description) + QLatin1Char(',')
                 + WriteStringField(code) + macro::kCrLf;
     }
-    return EncodeText(text);
+    return shell::EncodeText(text);
 }
 
 bool UpdateHotkeyWordsFile()

@@ -1,6 +1,6 @@
 #include "reader/documents.h"
 
-#include "hotkeys/legacy_text.h"
+#include "shell/legacy_text.h"
 #include "platform/services.h"
 #include "reader/count_words.h"
 #include "reader/exceptions.h"
@@ -194,7 +194,7 @@ bool LooksBinary(const QByteArray &bytes) { return bytes.contains('\0'); }
 
 QString PlainTextOfFile(const QByteArray &bytes, bool *crlf)
 {
-    QString text = hotkeys::DecodeLegacyText(bytes);
+    QString text = shell::DecodeLegacyText(bytes);
     if (text.startsWith(QChar(0xFEFF)))
         text.remove(0, 1);
     *crlf = text.contains(QStringLiteral("\r\n")) || !text.contains(QLatin1Char('\n'));
@@ -210,7 +210,7 @@ QByteArray PlainFileBytes(const QString &text, bool crlf)
     QString out = text + QLatin1Char('\n');
     if (crlf)
         out.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
-    return hotkeys::EncodeText(out);
+    return shell::EncodeText(out);
 }
 
 void mnuFileLoad_Click()

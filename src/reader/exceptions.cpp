@@ -1,6 +1,6 @@
 #include "reader/exceptions.h"
 
-#include "hotkeys/legacy_text.h"
+#include "shell/legacy_text.h"
 #include "reader/text_box.h"
 #include "shell/app_state.h"
 #include "shell/file_util.h"
@@ -156,7 +156,7 @@ void GetExceptions()
         return;
     }
     bool ok = true;
-    state.Exceptions = ParseExceptions(hotkeys::DecodeLegacyText(file.readAll()), &ok);
+    state.Exceptions = ParseExceptions(shell::DecodeLegacyText(file.readAll()), &ok);
     if (!ok || file.error() != QFileDevice::NoError)
         shell::MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("Read File"));
 }
@@ -164,7 +164,7 @@ void GetExceptions()
 bool Save2ExceptionFile()
 {
     const QString error = shell::WriteFileAtomically(
-        ExceptionsFilePath(), hotkeys::EncodeText(FormatExceptions(exceptionsState().Exceptions)));
+        ExceptionsFilePath(), shell::EncodeText(FormatExceptions(exceptionsState().Exceptions)));
     if (error.isEmpty())
         return true;
     qCWarning(lcExceptions) << "cannot write" << ExceptionsFilePath() << error;

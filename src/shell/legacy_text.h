@@ -4,9 +4,9 @@
 #include <QByteArray>
 #include <QString>
 
-namespace hotkeys {
+namespace shell {
 
 QString DecodeLegacyText(const QByteArray &bytes);
 QByteArray EncodeText(const QString &text);
 
-} // namespace hotkeys
+} // namespace shell

@@ -1,8 +1,8 @@
-#include "hotkeys/legacy_text.h"
+#include "shell/legacy_text.h"
 
 #include <QStringDecoder>
 
-namespace hotkeys {
+namespace shell {
 
 namespace {
 
@@ -39,4 +39,4 @@ QString DecodeLegacyText(const QByteArray &bytes)
 
 QByteArray EncodeText(const QString &text) { return text.toUtf8(); }
 
-} // namespace hotkeys
+} // namespace shell
