@@ -22,8 +22,10 @@ QString withSlash(QString folder)
 QString DataFolderPath()
 {
     const QString home = qEnvironmentVariable("SONAMARK_HOME");
+    // Made absolute once, here: a relative folder would otherwise be read against
+    // whatever the current folder is, and saved paths inside it would drift.
     if (!home.trimmed().isEmpty())
-        return withSlash(home);
+        return withSlash(QDir(home).absolutePath());
     QString xdg = qEnvironmentVariable("XDG_DATA_HOME");
     if (xdg.trimmed().isEmpty())
         xdg = QDir::homePath() + QStringLiteral("/.local/share");
@@ -36,6 +38,15 @@ bool SetEnvar()
     if (folder.trimmed().isEmpty()) {
         MsgBoxOT(QStringLiteral("FATAL ERROR assigning environment variable : ") + folder, 0,
                  QStringLiteral("Fatal Error"));
+        return false;
+    }
+    if (folder.contains(QLatin1Char('"'))) {
+        // options.def stores paths inside double quotes; a quote in the folder would cut
+        // every saved path short.
+        MsgBoxOT(QStringLiteral("FATAL ERROR the data folder %1 has a double quote in its path. "
+                                "Set SONAMARK_HOME to a folder without one.")
+                     .arg(folder),
+                 0, QStringLiteral("Fatal Error"));
         return false;
     }
     bool usable = QDir().mkpath(folder);

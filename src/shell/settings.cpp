@@ -2,6 +2,7 @@
 
 #include "shell/app_state.h"
 #include "shell/file_util.h"
+#include "shell/legacy_text.h"
 #include "shell/on_top_message.h"
 
 #include <QFile>
@@ -14,6 +15,8 @@ namespace shell {
 namespace {
 
 constexpr int kFieldCount = 8;
+// Eight short fields; anything far larger is not an options file and is not read.
+constexpr qint64 kMaxFileSize = 64 * 1024;
 const char *const kReadError = "Error reading options file, using default values.";
 const char *const kWriteError = "Error writing to options file, settings not saved.";
 
@@ -21,9 +24,9 @@ QString optionsPath() { return app().AppFolder + QLatin1String(kOptionsFileName)
 
 // One quoted field per line, as a sequential comma-and-quote writer produces it.
 // Returns false when the line holds no field.
-bool parseField(const QByteArray &rawLine, QString &field)
+bool parseField(const QString &rawLine, QString &field)
 {
-    QString line = QString::fromUtf8(rawLine).trimmed();
+    const QString line = rawLine.trimmed();
     if (line.isEmpty())
         return false;
     if (line.startsWith(QLatin1Char('"'))) {
@@ -183,12 +186,15 @@ void GetOptions()
         return;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxFileSize) {
+        // The file is left as it is: the program runs on defaults and writes the file
+        // again only when the user saves a change.
+        qCWarning(lcSettings) << "cannot read" << path << file.errorString();
         MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("File Error"));
-        SetDef();
+        settings() = defaultSettings();
         return;
     }
-    const QList<QByteArray> lines = file.readAll().split('\n');
+    const QStringList lines = DecodeLegacyText(file.readAll()).split(QLatin1Char('\n'));
     file.close();
 
     QString first;
@@ -207,12 +213,12 @@ void GetOptions()
         while (line < lines.size() && !(found = parseField(lines.at(line), value)))
             ++line;
         if (!found) {
-            // A file too short: what was read stands, the rest keeps its defaults.
+            // A file too short: what was read stands, the rest keeps its defaults. The
+            // file is not marked for saving, so nothing rewrites it behind the user's back.
             MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("File Error"));
             Settings defaults = defaultSettings();
             for (int j = i; j < kFieldCount; ++j)
                 *fieldAt(s, j) = *fieldAt(defaults, j);
-            markDirty();
             return;
         }
         ++line;

@@ -121,7 +121,7 @@ StartupResult SubMain(const QStringList &args, const StartupSteps &steps)
     call(steps.resetMacroRunner);
     // 5.
     if (!SetEnvar())
-        return StartupResult::Exit;
+        return StartupResult::Fail;
     WriteLockFile(state.AppFolder);
     // 6. Any Linux with Qt 6 is acceptable; the login folder is the autostart folder.
     // 7.
@@ -148,7 +148,7 @@ StartupResult SubMain(const QStringList &args, const StartupSteps &steps)
     // 12. The first touch of the main window runs its Form_Load.
     call(steps.loadMainWindow);
     if (steps.mainWindowAlive && !steps.mainWindowAlive())
-        return StartupResult::Exit;
+        return StartupResult::Fail;
     call(steps.enableCollectTimers);
     // 13.
     call(steps.setLanguageTables);

@@ -18,7 +18,8 @@ struct StartupSteps {
     std::function<void()> processEvents;       // let events run
 };
 
-enum class StartupResult { Run, Exit };
+// Exit: the user or a running instance ended start-up; Fail: the program cannot run.
+enum class StartupResult { Run, Exit, Fail };
 
 // Runs start-up; args are the command-line arguments without the program name.
 StartupResult SubMain(const QStringList &args, const StartupSteps &steps);

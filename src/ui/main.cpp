@@ -1,4 +1,5 @@
 // sonamark: the resident program.
+#include "engine/run_state.h"
 #include "platform/espeak/espeak_engine.h"
 #include "platform/linux/antiword_files.h"
 #include "platform/linux/proc_processes.h"
@@ -63,6 +64,7 @@ int main(int argc, char **argv)
     });
 
     shell::StartupSteps steps;
+    steps.resetMacroRunner = [] { engine::runState().reset(); };
     steps.probeDictionary = ui::DictionaryInstalled;
     steps.getExceptions = reader::GetExceptions;
     steps.loadMainWindow = [&] {
@@ -80,8 +82,14 @@ int main(int argc, char **argv)
 
     QStringList args = QApplication::arguments();
     args.removeFirst();
-    if (shell::SubMain(args, steps) == shell::StartupResult::Exit)
+    switch (shell::SubMain(args, steps)) {
+    case shell::StartupResult::Exit:
         return 0;
+    case shell::StartupResult::Fail:
+        return 1;
+    case shell::StartupResult::Run:
+        break;
+    }
     const int rc = QApplication::exec();
     window.reset();
     platform::install({});

@@ -2,7 +2,9 @@
 
 #include "shell/settings.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 using shell::app;
 using shell::settings;
@@ -106,6 +108,36 @@ TEST_F(SettingsTest, TruncatedOrGarbageFileReportsAndKeepsWhatWasRead)
     shell::GetOptions();  // must not crash; values are replaced where invalid
     EXPECT_EQ(fx.messages.shown.size(), 1);
     EXPECT_EQ(settings().RateOpt, "0");
+}
+
+TEST_F(SettingsTest, ShortFileIsNotMarkedForRewriting)
+{
+    writeFile(path("options.def"), "\"14\"\r\n");
+    shell::GetOptions();
+    EXPECT_FALSE(app().OptionsDirty);
+    EXPECT_EQ(readFile(path("options.def")), "\"14\"\r\n");
+}
+
+TEST_F(SettingsTest, UnreadableFileIsLeftAloneAndDefaultsAreUsed)
+{
+    // A folder in the file's place cannot be read as a file.
+    ASSERT_TRUE(QDir(dir.path()).mkdir("options.def"));
+    shell::GetOptions();
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].text, "Error reading options file, using default values.\r\n");
+    EXPECT_EQ(settings().RateOpt, "0");
+    EXPECT_EQ(settings().HotkeysFileOpt, path("Hotkeys.txt"));
+    EXPECT_FALSE(app().OptionsDirty);
+    EXPECT_TRUE(QFileInfo(path("options.def")).isDir());
+}
+
+TEST_F(SettingsTest, Windows1252FileIsDecoded)
+{
+    writeFile(path("options.def"), optionsFile({"12", "x", "0", "100", "0", "1", "0", "/h/k.txt"})
+                                       .replace("\"x\"", "\"Andr\xe9 \x80\""));
+    shell::GetOptions();
+    EXPECT_EQ(settings().VoiceOpt, QString::fromUtf8("André €"));
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
 }
 
 TEST_F(SettingsTest, WriteFailureKeepsDirtyAndSaysSo)

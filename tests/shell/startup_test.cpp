@@ -4,8 +4,10 @@
 #include "shell/instance.h"
 #include "shell/on_top_message.h"
 #include "shell/quit.h"
+#include "shell/settings.h"
 #include "shell/startup.h"
 
+#include <QDir>
 #include <QFile>
 
 using shell::app;
@@ -165,9 +167,31 @@ TEST_F(StartupTest, StartupEntryIsAddedAndRemoved)
 TEST_F(StartupTest, UnusableDataFolderIsNamedAndStopsStartUp)
 {
     qputenv("SONAMARK_HOME", "/dev/null/sonamark");
-    EXPECT_EQ(shell::SubMain({"/h"}, steps()), shell::StartupResult::Exit);
+    EXPECT_EQ(shell::SubMain({"/h"}, steps()), shell::StartupResult::Fail);
     ASSERT_EQ(fx.messages.shown.size(), 1);
     EXPECT_TRUE(fx.messages.shown[0].text.contains("/dev/null/sonamark/"));
     EXPECT_EQ(fx.messages.shown[0].title, "Fatal Error");
+    EXPECT_TRUE(order.isEmpty());
+}
+
+TEST_F(StartupTest, RelativeDataFolderIsMadeAbsoluteOnce)
+{
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(dir.path()));
+    qputenv("SONAMARK_HOME", "relhome");
+    EXPECT_EQ(shell::SubMain({"/h"}, steps()), shell::StartupResult::Run);
+    QDir::setCurrent(before);
+    EXPECT_EQ(app().AppFolder, dir.path() + "/relhome/");
+    // The saved Hotkeys path stays inside the folder however often the program starts.
+    EXPECT_EQ(shell::settings().HotkeysFileOpt, dir.path() + "/relhome/Hotkeys.txt");
+}
+
+TEST_F(StartupTest, DataFolderWithDoubleQuoteIsRefused)
+{
+    qputenv("SONAMARK_HOME", (dir.path() + "/say \"hi\"").toUtf8());
+    EXPECT_EQ(shell::SubMain({"/h"}, steps()), shell::StartupResult::Fail);
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].title, "Fatal Error");
+    EXPECT_TRUE(fx.messages.shown[0].text.contains("double quote"));
     EXPECT_TRUE(order.isEmpty());
 }
