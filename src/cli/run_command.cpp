@@ -124,6 +124,8 @@ int runMacro(const RunOptions &o, QTextStream &out, QTextStream &err)
             out << "\r\n";
     }
     out.flush();
+    if (services.errors.failures > 0)
+        return kExitFailure;
     return services.textWindow.shown.isEmpty() ? kExitClean : kExitReported;
 }
 
@@ -139,7 +141,8 @@ QString UsageText()
         "result report are printed on standard output as the report windows show them.\n"
         "Keystrokes are printed on standard error, one delivery a line: \"SENDKEYS <text>\"\n"
         "or \"KEY <code>\". Questions take the --answer values in order, then No.\n"
-        "Exit status: 0 no report, 1 a report was printed, 2 bad arguments or file.\n");
+        "Exit status: 0 no report, 1 a report was printed, 2 bad arguments or file,\n"
+        "3 an internal failure was reported (\"FAILURE ...\" on standard error).\n");
 }
 
 int RunCli(const QStringList &args, QTextStream &out, QTextStream &err)

@@ -5,7 +5,7 @@
 
 namespace cli {
 
-enum ExitCode { kExitClean = 0, kExitReported = 1, kExitUsage = 2 };
+enum ExitCode { kExitClean = 0, kExitReported = 1, kExitUsage = 2, kExitFailure = 3 };
 
 // Runs the command line (without the program name). Reports go to out exactly as the
 // report windows would show them; keystrokes, messages and diagnostics go to err.

@@ -167,18 +167,21 @@ int MacroIndexOfText(const QString &text)
         const QString name = macro::Mid(text, blank + 1, macro::Len(text) - blank - 1);
         if (name.isEmpty())
             return 0;
-        int n = static_cast<int>(std::trunc(macro::Val1(name)));
-        if (n > t.HotkeyCount)
+        // Numbers are compared as read, before they become an index: a huge or negative
+        // number names no macro.
+        const auto index = [&t](double value) {
+            value = std::trunc(value);
+            return value >= 1 && value <= t.HotkeyCount ? static_cast<int>(value) : 0;
+        };
+        const double number = macro::Val1(name);
+        if (std::trunc(number) != 0)
+            return index(number);
+        if (!macro::AllLetters(name, QString()).isEmpty())
             return 0;
-        if (n == 0) {
-            if (!macro::AllLetters(name, QString()).isEmpty())
-                return 0;
-            double value = 0;
-            if (!NumberVariableValue(name, value))
-                return 0;
-            n = static_cast<int>(value);
-        }
-        return n;
+        double value = 0;
+        if (!NumberVariableValue(name, value))
+            return 0;
+        return index(value);
     }
     const int last = macro::Len(text);
     if (macro::CharAt(text, last - 1) != QLatin1Char('"'))

@@ -20,6 +20,8 @@ const char *const kFileMissing = "This Hotkeys file does not exist";
 const char *const kNotHotkeysFile = "This is not a Hotkeys file";
 const char *const kReadError = "Error reading Hotkeys file";
 const char *const kOpenError = "Hotkeys file does not exist";
+// 500 macros fit in far less; a larger file (or an endless device) is not read whole.
+constexpr qint64 kMaxFileBytes = 64 * 1024 * 1024;
 
 QString failRead(HotkeyTable &t, const char *message)
 {
@@ -43,9 +45,13 @@ QString GetHotKeys()
     QFile file(t.HotkeysFileName);
     if (!file.open(QIODevice::ReadOnly))
         return failRead(t, kOpenError);
-    const QByteArray bytes = file.readAll();
+    const QByteArray bytes = file.read(kMaxFileBytes + 1);
     if (file.error() != QFileDevice::NoError)
         return failRead(t, kReadError);
+    if (bytes.size() > kMaxFileBytes) {
+        qCWarning(lcHotkeys) << t.HotkeysFileName << "is larger than" << kMaxFileBytes << "bytes";
+        return failRead(t, kReadError);
+    }
     file.close();
 
     FieldReader reader(shell::DecodeLegacyText(bytes));

@@ -65,6 +65,11 @@ TEST_F(CliTest, BadArgumentsAndFilesExitWith2)
                    QStringLiteral("--number"), QStringLiteral("1")}),
               2);
     EXPECT_TRUE(err.contains(QStringLiteral("This Hotkeys file does not exist")));
+    // An endless device is read only up to the size limit.
+    EXPECT_EQ(run({QStringLiteral("run"), QStringLiteral("--hotkeys"), QStringLiteral("/dev/zero"),
+                   QStringLiteral("--number"), QStringLiteral("1")}),
+              2);
+    EXPECT_TRUE(err.contains(QStringLiteral("Error reading Hotkeys file")));
 }
 
 TEST_F(CliTest, ExecutableEndToEnd)

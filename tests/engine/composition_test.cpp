@@ -69,3 +69,12 @@ TEST_F(EngineTest, DisabledMacrosCanBeIncluded)
     EXPECT_EQ(RunMacro(1), QString());
     EXPECT_EQ(fakes.keys.sent, QStringList{QStringLiteral("SENDKEYS typed")});
 }
+
+TEST_F(EngineTest, NumbersBeyondTheTableNameNoMacro)
+{
+    for (const char *number : {"99999999999", "2147483648", "4294967297", "1e300", "-1", "-2147483649"}) {
+        hotkeys::table().reset();
+        addMacro(QStringLiteral("Caller"), QStringLiteral("[HOTKEY %1]").arg(QLatin1String(number)));
+        EXPECT_EQ(RunMacro(1), QStringLiteral("FATAL ERROR Cannot find macro referenced in line 1")) << number;
+    }
+}

@@ -4,6 +4,7 @@ namespace platform::headless {
 
 ErrorWindow::Choice HeadlessErrorWindow::showError(const QString &errorText)
 {
+    ++failures;
     m_out << "FAILURE " << QString(errorText).replace(QLatin1String("\r\n"), QLatin1String(" | ")) << Qt::endl;
     return Choice::Continue;
 }

@@ -15,6 +15,7 @@ public:
     explicit HeadlessErrorWindow(QTextStream &out) : m_out(out) {}
     // Writes the report and continues.
     Choice showError(const QString &errorText) override;
+    int failures = 0;  // reports written so far
 
 private:
     QTextStream &m_out;
