@@ -152,13 +152,13 @@ void GetExceptions()
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qCWarning(lcExceptions) << "cannot open" << path << file.errorString();
-        shell::MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("Read File"));
+        shell::MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("File Error"));
         return;
     }
     bool ok = true;
     state.Exceptions = ParseExceptions(shell::DecodeLegacyText(file.readAll()), &ok);
     if (!ok || file.error() != QFileDevice::NoError)
-        shell::MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("Read File"));
+        shell::MsgBoxOT(QLatin1String(kReadError), 0, QStringLiteral("File Error"));
 }
 
 bool Save2ExceptionFile()

@@ -8,6 +8,7 @@
 #include "shell/on_top_message.h"
 #include "shell/settings.h"
 
+#include <QLocale>
 #include <QLoggingCategory>
 #include <stdexcept>
 
@@ -74,10 +75,20 @@ void SayIfNoAudio()
     g_view->setStatusText(kNoAudioText);
 }
 
-void EnsureVoiceSelected()
+// False when no voice is installed at all; that is said once, and Talk does nothing.
+bool EnsureVoiceSelected()
 {
-    while (g_view->listIndex() < 0)
+    if (g_view->voiceRowCount() == 0) {
+        SpeechVars &vars = speechVars();
+        if (!vars.NoVoiceSaid) {
+            vars.NoVoiceSaid = true;
+            shell::MsgBoxOT(kNoVoiceText, 0, QStringLiteral("Speech"));
+        }
+        return false;
+    }
+    if (g_view->listIndex() < 0)
         g_view->setListIndex(0);
+    return true;
 }
 
 // Steps 4 to 11 of Talk. useSelection is false for the tray's Talk, which speaks the
@@ -120,6 +131,23 @@ void Bind()
 } // namespace
 
 const QString kNoAudioText = QStringLiteral("No audio device: speech is silent");
+const QString kNoVoiceText = QStringLiteral(
+    "No speech voice is installed, so text cannot be read aloud. Install the espeak-ng-data "
+    "package and start Sonamark again.");
+
+int FallbackVoiceRow(const QStringList &rows, const QString &languageName)
+{
+    if (rows.isEmpty())
+        return -1;
+    const QString english = QStringLiteral("English (America)");
+    if (!languageName.isEmpty() && !languageName.startsWith(QLatin1String("English"))) {
+        for (int row = 0; row < rows.size(); ++row)
+            if (rows.at(row).startsWith(languageName, Qt::CaseInsensitive))
+                return row;
+    }
+    const int american = rows.indexOf(english);
+    return american >= 0 ? american : 0;
+}
 
 SpeechVars &speechVars()
 {
@@ -180,12 +208,15 @@ void CreateSpeechObject(SpeechView *view)
         ++vars.VoiceCount;
     }
     const shell::Settings &s = shell::settings();
-    for (int row = 0; row < view->voiceRowCount(); ++row) {
-        if (view->voiceRow(row) == s.VoiceOpt) {
-            view->setListIndex(row);
-            view->setVoiceTip(kReaderTip + s.VoiceOpt);
-            break;
-        }
+    QStringList rows;
+    for (int row = 0; row < view->voiceRowCount(); ++row)
+        rows << view->voiceRow(row);
+    int start = rows.indexOf(s.VoiceOpt);
+    if (start < 0)
+        start = FallbackVoiceRow(rows, QLocale::languageToString(QLocale::system().language()));
+    if (start >= 0) {
+        view->setListIndex(start);
+        view->setVoiceTip(kReaderTip + rows.at(start));
     }
     platform::SpeechEngine &e = engine();
     e.setVolume(int(shell::Val(s.VolumeOpt)));
@@ -218,8 +249,8 @@ void cmdTalk_Click()
         cmdPause_Click();
         return;
     }
-    if (state == platform::kRunningDone)
-        EnsureVoiceSelected();
+    if (state == platform::kRunningDone && !EnsureVoiceSelected())
+        return;
     SpeakTextBox(true);
 }
 
@@ -234,7 +265,8 @@ void mnuTalk_Click()
     }
     const int state = runningState();
     if (state == platform::kRunningDone) {
-        EnsureVoiceSelected();
+        if (!EnsureVoiceSelected())
+            return;
         const QString clipText = platform::services().clipboard->text();
         if (!clipText.isEmpty()) {
             if (shell::app().TextDirty) {

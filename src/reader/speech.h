@@ -20,6 +20,7 @@ struct SpeechVars {
     int TextEndPos = 0;       // last blank (1-based) of the spoken string, or its length
     int ProgressPct = 0;      // 0 .. 100
     bool NoAudioSaid = false; // the status has said that speech is silent
+    bool NoVoiceSaid = false; // the user has been told that no voice is installed
 
     void reset() { *this = SpeechVars(); }
 };
@@ -38,8 +39,13 @@ int LastBlankOrLength(const QString &text);
 // Form_Load step 10: binds the engine's events and the window, fills List1 and sets the
 // sliders from the settings.
 void CreateSpeechObject(SpeechView *view);
+// The row to start on when the saved voice is not installed: the first voice of the
+// language (its name starts with the language's English name, as espeak-ng names them),
+// else "English (America)", else the first row; -1 for an empty list.
+int FallbackVoiceRow(const QStringList &rows, const QString &languageName);
 // The status text shown once when the engine has no audio device.
 extern const QString kNoAudioText;
+extern const QString kNoVoiceText;
 // Forgets the window (at unload, and in tests).
 void ReleaseSpeechObject();
 

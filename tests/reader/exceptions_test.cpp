@@ -79,7 +79,7 @@ TEST_F(ExceptionsTest, FileFaultsSaySo)
     GetExceptions();  // missing: an empty list, no message
     EXPECT_EQ(exceptionsState().ExceptionCount(), 0);
     EXPECT_TRUE(fx.messages.shown.isEmpty());
-    const QString error = "Read File: Error reading from Exceptions.txt file. Values not loaded.";
+    const QString error = "File Error: Error reading from Exceptions.txt file. Values not loaded.";
     // A bad line keeps what was read before it.
     writeFile("exceptions.txt", "\"Dr\",\"Doctor\"\r\n\"broken\r\n\"St\",\"Saint\"\r\n");
     GetExceptions();

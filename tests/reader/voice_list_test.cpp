@@ -36,17 +36,42 @@ TEST_F(SpeechTest, UnlistedVoicesKeepTheEngineNumbersOfTheOthers)
     EXPECT_EQ(fx.speech.chosenVoice, 3);
 }
 
-TEST_F(SpeechTest, StoredVoiceNotInstalledLeavesNoSelectionAndTalkTakesTheFirstRow)
+TEST(FallbackVoice, SystemLanguageThenAmericanEnglishThenFirst)
+{
+    const QStringList rows{QStringLiteral("Afrikaans"), QStringLiteral("English (Great Britain)"),
+                           QStringLiteral("English (America)"), QStringLiteral("German"),
+                           QStringLiteral("French (Belgium)")};
+    EXPECT_EQ(reader::FallbackVoiceRow(rows, QStringLiteral("German")), 3);
+    EXPECT_EQ(reader::FallbackVoiceRow(rows, QStringLiteral("French")), 4);
+    EXPECT_EQ(reader::FallbackVoiceRow(rows, QStringLiteral("English")), 2);
+    EXPECT_EQ(reader::FallbackVoiceRow(rows, QStringLiteral("Japanese")), 2);
+    EXPECT_EQ(reader::FallbackVoiceRow({QStringLiteral("Zulu"), QStringLiteral("Welsh")}, QStringLiteral("Japanese")), 0);
+    EXPECT_EQ(reader::FallbackVoiceRow({}, QStringLiteral("German")), -1);
+}
+
+TEST_F(SpeechTest, StoredVoiceNotInstalledStartsOnAFallbackSilently)
 {
     shell::settings().VoiceOpt = QStringLiteral("Mary");
+    fx.speech.voiceList = {QStringLiteral("Voice A"), QStringLiteral("English (America)")};
     view = FakeSpeechView();
     reader::CreateSpeechObject(&view);
-    EXPECT_EQ(view.index, -1);
-    EXPECT_TRUE(view.voiceTip.isEmpty());
+    EXPECT_EQ(view.index, 1);
+    EXPECT_EQ(view.voiceTip, QStringLiteral("Reader: English (America)"));
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+    EXPECT_EQ(shell::settings().VoiceOpt, QStringLiteral("Mary"));
+}
+
+TEST_F(SpeechTest, NoVoiceInstalledSaysSoOnceAndTalkReturns)
+{
+    fx.speech.voiceList.clear();
+    view = FakeSpeechView();
+    reader::CreateSpeechObject(&view);
     view.box = QStringLiteral("Hello");
+    reader::cmdTalk_Click();  // must return, not wait for a voice row to appear
     reader::cmdTalk_Click();
-    EXPECT_EQ(view.index, 0);
-    EXPECT_EQ(fx.speech.chosenVoice, 0);
+    ASSERT_EQ(fx.messages.shown.size(), 1);
+    EXPECT_EQ(fx.messages.shown[0].text, reader::kNoVoiceText + "\r\n");
+    EXPECT_TRUE(fx.speech.lastSpoken.isEmpty());
 }
 
 TEST_F(SpeechTest, MoreThanTheVoiceIndexHoldsIsAFailure)
