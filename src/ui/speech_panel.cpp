@@ -19,6 +19,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextEdit>
+#include <QSignalBlocker>
 #include <QTimer>
 
 namespace ui {
@@ -83,16 +84,20 @@ SpeechPanel::SpeechPanel(frmSonamark *window, QTextEdit *txtSpeech, QLabel *pane
             [] { guarded("(Form) frmSonamark::Sub cmdPause_Click", reader::cmdPause_Click); });
     connect(cmdStop, &QPushButton::clicked, this,
             [] { guarded("(Form) frmSonamark::Sub cmdStop_Click", reader::cmdStop_Click); });
-    connect(List1, &QListWidget::itemClicked, this,
-            [] { guarded("(Form) frmSonamark::Sub List1_Click", reader::List1_Click); });
-    connect(VolumeSldr, &QSlider::sliderReleased, this, [this] {
-        guarded("(Form) frmSonamark::Sub VolumeSldr_Scroll", [this] { reader::VolumeSldr_Scroll(VolumeSldr->value()); });
+    // Every way of changing the list and the sliders acts at once: mouse, keyboard,
+    // wheel and track clicks. The program's own settings of them are not changes.
+    connect(List1, &QListWidget::currentRowChanged, this, [](int row) {
+        if (row >= 0)
+            guarded("(Form) frmSonamark::Sub List1_Click", reader::List1_Click);
     });
-    connect(RateSldr, &QSlider::sliderReleased, this, [this] {
-        guarded("(Form) frmSonamark::Sub RateSldr_Scroll", [this] { reader::RateSldr_Scroll(RateSldr->value()); });
+    connect(VolumeSldr, &QSlider::valueChanged, this, [](int value) {
+        guarded("(Form) frmSonamark::Sub VolumeSldr_Scroll", [value] { reader::VolumeSldr_Scroll(value); });
     });
-    connect(PitchSldr, &QSlider::sliderReleased, this, [this] {
-        guarded("(Form) frmSonamark::Sub PitchSldr_Scroll", [this] { reader::PitchSldr_Scroll(PitchSldr->value()); });
+    connect(RateSldr, &QSlider::valueChanged, this, [](int value) {
+        guarded("(Form) frmSonamark::Sub RateSldr_Scroll", [value] { reader::RateSldr_Scroll(value); });
+    });
+    connect(PitchSldr, &QSlider::valueChanged, this, [](int value) {
+        guarded("(Form) frmSonamark::Sub PitchSldr_Scroll", [value] { reader::PitchSldr_Scroll(value); });
     });
     connect(Timer2, &QTimer::timeout, this, [] {
         // Polling: a failing tick is ignored, the next one is the retry.
@@ -128,13 +133,29 @@ QString SpeechPanel::voiceRow(int row) const
     return item ? item->text() : QString();
 }
 int SpeechPanel::listIndex() const { return List1->currentRow(); }
-void SpeechPanel::setListIndex(int row) { List1->setCurrentRow(row); }
+void SpeechPanel::setListIndex(int row)
+{
+    const QSignalBlocker quiet(List1);
+    List1->setCurrentRow(row);
+}
 void SpeechPanel::setVoiceTip(const QString &tip) { List1->setToolTip(tip); }
-void SpeechPanel::setVolumeSlider(int value) { VolumeSldr->setValue(value); }
+void SpeechPanel::setVolumeSlider(int value)
+{
+    const QSignalBlocker quiet(VolumeSldr);
+    VolumeSldr->setValue(value);
+}
 void SpeechPanel::setVolumeTip(const QString &tip) { VolumeSldr->setToolTip(tip); }
-void SpeechPanel::setRateSlider(int value) { RateSldr->setValue(value); }
+void SpeechPanel::setRateSlider(int value)
+{
+    const QSignalBlocker quiet(RateSldr);
+    RateSldr->setValue(value);
+}
 void SpeechPanel::setRateTip(const QString &tip) { RateSldr->setToolTip(tip); }
-void SpeechPanel::setPitchSlider(int value) { PitchSldr->setValue(value); }
+void SpeechPanel::setPitchSlider(int value)
+{
+    const QSignalBlocker quiet(PitchSldr);
+    PitchSldr->setValue(value);
+}
 void SpeechPanel::setPitchTip(const QString &tip) { PitchSldr->setToolTip(tip); }
 
 QString SpeechPanel::text() const { return m_text->toPlainText(); }

@@ -2,8 +2,13 @@
 #include "shell/app_state.h"
 #include "shell/settings.h"
 #include "ui/frm_sonamark.h"
+#include "ui/speech_panel.h"
 
 #include <QComboBox>
+#include <QListWidget>
+#include <QSlider>
+#include <QKeyEvent>
+#include <QApplication>
 #include <QTextEdit>
 #include <gtest/gtest.h>
 
@@ -73,4 +78,30 @@ TEST_F(MainWindowTest, QuitRemovesTheIconOnlyWhenConfirmed)
     fx.messages.answers = {1};  // Yes
     EXPECT_TRUE(window.close());
     EXPECT_FALSE(fx.tray.shown);
+}
+
+TEST_F(MainWindowTest, KeyboardOnTheSlidersAndListActsAtOnce)
+{
+    fx.speech.voiceList = {QStringLiteral("Voice A"), QStringLiteral("Voice B")};
+    shell::settings().VolumeOpt = QStringLiteral("50");
+    shell::settings().RateOpt = QStringLiteral("0");
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    ui::SpeechPanel *panel = window.speechPanel;
+    const auto keyClick = [](QWidget *w, int key) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QApplication::sendEvent(w, &press);
+    };
+    keyClick(panel->VolumeSldr, Qt::Key_Down);
+    EXPECT_EQ(fx.speech.vol, 49);
+    EXPECT_EQ(shell::settings().VolumeOpt, "49");
+    keyClick(panel->RateSldr, Qt::Key_Up);
+    EXPECT_EQ(fx.speech.rt, 1);
+    EXPECT_EQ(shell::settings().RateOpt, "1");
+    keyClick(panel->PitchSldr, Qt::Key_PageDown);
+    EXPECT_EQ(shell::settings().PitchOpt, QString::number(panel->PitchSldr->value()));
+    panel->List1->setCurrentRow(0);
+    keyClick(panel->List1, Qt::Key_Down);
+    EXPECT_EQ(shell::settings().VoiceOpt, "Voice B");
+    EXPECT_TRUE(app().OptionsDirty);
 }
