@@ -11,6 +11,7 @@
 #include "shell/quit.h"
 #include "shell/settings.h"
 #include "shell/startup.h"
+#include "reader/date_panel.h"
 #include "reader/clip_store.h"
 #include "reader/tray_menu_forms.h"
 #include "ui/clip_controls.h"
@@ -104,7 +105,16 @@ void frmSonamark::buildControls()
     sbStatusPanel2 = new QLabel(this);
     speechPanel = new SpeechPanel(this, txtSpeech, sbStatusPanel2);
     layout->insertWidget(1, speechPanel);
-    sbStatusPanel3 = new QLabel(QLocale().toString(QDate::currentDate(), QLocale::ShortFormat), this);
+    sbStatusPanel3 = new QLabel(this);
+    Timer4 = new QTimer(this);
+    Timer4->setInterval(reader::kTimer4FirstIntervalMs);
+    connect(Timer4, &QTimer::timeout, this, [this] {
+        if (const std::optional<QString> date = reader::Timer4_Timer(m_dateClock, QDateTime::currentDateTime()))
+            sbStatusPanel3->setText(*date);
+        if (Timer4->interval() == reader::kTimer4FirstIntervalMs)
+            Timer4->setInterval(reader::kTimer4IntervalMs);
+    });
+    Timer4->start();
     statusBar()->addWidget(sbStatusPanel1, 1);
     statusBar()->addPermanentWidget(sbStatusPanel2);
     statusBar()->addPermanentWidget(sbStatusPanel3);

@@ -1,5 +1,7 @@
 #pragma once
 // frmSonamark: the main window. Created hidden; the user reaches it through the tray.
+#include "reader/date_panel.h"
+
 #include <QMainWindow>
 #include <QPointer>
 
@@ -45,6 +47,7 @@ public:
     DocumentMenus *documentMenus = nullptr;  // File and Exceptions entries, Paste, Clear
     ClipControls *clipControls = nullptr;  // cmdClipToggle, Timer1, Timer5, clip rows
     QTimer *Timer3 = nullptr;   // collects the clipboard each second
+    QTimer *Timer4 = nullptr;   // keeps the date in status panel 3
     QTimer *RunTimer = nullptr; // one-shot start of a pending macro
 
     QMenu *mnuPopUp = nullptr;
@@ -84,6 +87,7 @@ private:
     bool m_unloaded = false;
     QString m_statusText;
     QHBoxLayout *m_controlRow = nullptr;  // font size, cmdClipToggle
+    reader::DatePanelClock m_dateClock;
 };
 
 } // namespace ui
