@@ -209,6 +209,7 @@ void frmSonamark::Form_Load()
     QFont font(QStringLiteral("Sans Serif"));
     font.setPointSizeF(qMax(1.0, shell::Val(opts.FontSizeOpt)));
     txtSpeech->setFont(font);
+    speechPanel->setDefaultFont(font);
 
     if (!m_tray->exists()) {
         shell::MsgBoxOT(QStringLiteral("FATAL ERROR there is no taskbar currently available. Aborting."), 0,

@@ -56,6 +56,8 @@ public:
     int currentLine() const override;
     int currentColumn() const override;
     void applyDefaultFormat() override;
+    // The font that Reset_txtSpeech gives a new text (Form_Load sets it from FontSizeOpt).
+    void setDefaultFont(const QFont &font) { m_defaultFont = font; }
     void setCaption(const QString &caption) override;
     void setStatusText(const QString &text) override;
     void setPanel2(const QString &text) override;

@@ -304,3 +304,17 @@ TEST_F(DocumentsWindowTest, MacroTextSavesTheChangedFileBeforeTakingNewText)
     EXPECT_FALSE(app().TextDirty);
     reader::ReleaseSpeechObject();
 }
+
+TEST_F(DocumentsWindowTest, NewTextTakesTheStoredFontSize)
+{
+    shell::settings().FontSizeOpt = QStringLiteral("20");
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    window.txtSpeech->setPlainText(QStringLiteral("opened text"));
+    app().CurrentFile = path("opened.txt");
+    reader::Reset_txtSpeech();
+    QTextCursor cursor(window.txtSpeech->document());
+    cursor.movePosition(QTextCursor::NextCharacter);
+    EXPECT_EQ(cursor.charFormat().font().pointSizeF(), 20.0);
+    reader::ReleaseSpeechObject();
+}
