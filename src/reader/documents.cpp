@@ -31,9 +31,6 @@ const char *const kSaveChanges = "Save changes to current file?";
 // The text form of the boolean true, which CurrentFile takes while Open asks for a file.
 const char *const kTrueText = "True";
 
-// Line breaks of the file in the box: CR LF unless the file was read with bare LF.
-bool g_crlf = true;
-
 QString boxText()
 {
     TextBox *box = textBox();
@@ -86,7 +83,6 @@ bool loadTextFile(const QString &path, QString *error, bool *partial)
             return false;
         }
         box->loadRichDocument(document);
-        g_crlf = true;
         if (!rtfError.isEmpty()) {
             *error = rtfError;
             *partial = true;
@@ -97,9 +93,7 @@ bool loadTextFile(const QString &path, QString *error, bool *partial)
         *error = QStringLiteral("The file does not hold text.");
         return false;
     }
-    bool crlf = true;
-    box->loadPlainText(PlainTextOfFile(bytes, &crlf));
-    g_crlf = crlf;
+    box->loadPlainText(PlainTextOfFile(bytes));
     return true;
 }
 
@@ -113,7 +107,6 @@ QString loadDocument(const QString &path)
         if (!LoadWordDoc(path, &error))
             return error;
         exceptionsState().ExceptionsMade = false;
-        g_crlf = true;
         shell::app().CurrentFile = WordTextSibling(path);
         return {};
     }
@@ -142,7 +135,7 @@ QString writeDocument(const QString &path)
     if (IsRichTextFile(path))
         bytes = WriteRtf(box->richDocument()) + "\r\n";
     else
-        bytes = PlainFileBytes(box->text(), g_crlf);
+        bytes = PlainFileBytes(box->text());
     return shell::WriteFileAtomically(path, bytes);
 }
 
@@ -192,12 +185,11 @@ QString QtFileFilter(const QString &filter)
 
 bool LooksBinary(const QByteArray &bytes) { return bytes.contains('\0'); }
 
-QString PlainTextOfFile(const QByteArray &bytes, bool *crlf)
+QString PlainTextOfFile(const QByteArray &bytes)
 {
     QString text = shell::DecodeLegacyText(bytes);
     if (text.startsWith(QChar(0xFEFF)))
         text.remove(0, 1);
-    *crlf = text.contains(QStringLiteral("\r\n")) || !text.contains(QLatin1Char('\n'));
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     if (text.endsWith(QLatin1Char('\n')))
@@ -205,11 +197,10 @@ QString PlainTextOfFile(const QByteArray &bytes, bool *crlf)
     return text;
 }
 
-QByteArray PlainFileBytes(const QString &text, bool crlf)
+QByteArray PlainFileBytes(const QString &text)
 {
     QString out = text + QLatin1Char('\n');
-    if (crlf)
-        out.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+    out.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
     return shell::EncodeText(out);
 }
 

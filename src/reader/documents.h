@@ -25,11 +25,11 @@ QString QtFileFilter(const QString &filter);
 bool LooksBinary(const QByteArray &bytes);
 
 // The text of a plain file as the box shows it: decoded, line breaks as "\n", without
-// the one line break a save puts at the end. *crlf tells whether the file used CR LF.
-QString PlainTextOfFile(const QByteArray &bytes, bool *crlf);
-// The bytes a save writes for the box's plain text: text, then one line break, with
-// CR LF line breaks when crlf is set.
-QByteArray PlainFileBytes(const QString &text, bool crlf);
+// the one line break a save puts at the end.
+QString PlainTextOfFile(const QByteArray &bytes);
+// The bytes a save writes for the box's plain text: text, then one line break; every
+// line break is CR LF, whatever the file had when it was read.
+QByteArray PlainFileBytes(const QString &text);
 
 // The menu entries and buttons.
 void mnuFileLoad_Click();

@@ -40,17 +40,14 @@ TEST(DocumentNames, CaptionCondensesLongPaths)
     EXPECT_EQ(shell::CondensedPath(QString(12, 'x'), 10), "xxxxx..xxxxxxx");
 }
 
-TEST(DocumentNames, PlainFilesKeepTheirLineBreaks)
+TEST(DocumentNames, PlainFilesAreReadWithAnyLineBreakAndWrittenWithCrLf)
 {
-    bool crlf = false;
-    EXPECT_EQ(PlainTextOfFile("one\r\ntwo\r\n", &crlf), "one\ntwo");
-    EXPECT_TRUE(crlf);
-    EXPECT_EQ(PlainFileBytes("one\ntwo", crlf), "one\r\ntwo\r\n");
-    EXPECT_EQ(PlainTextOfFile("one\ntwo\n", &crlf), "one\ntwo");
-    EXPECT_FALSE(crlf);
-    EXPECT_EQ(PlainFileBytes("one\ntwo", crlf), "one\ntwo\n");
+    EXPECT_EQ(PlainTextOfFile("one\r\ntwo\r\n"), "one\ntwo");
+    EXPECT_EQ(PlainTextOfFile("one\ntwo\n"), "one\ntwo");
+    EXPECT_EQ(PlainTextOfFile("one\rtwo"), "one\ntwo");
+    EXPECT_EQ(PlainFileBytes("one\ntwo"), "one\r\ntwo\r\n");
     // Bytes from the original platform: not UTF-8, read as Windows-1252.
-    EXPECT_EQ(PlainTextOfFile("caf\xe9 \x93q\x94", &crlf), QString::fromUtf8("café “q”"));
+    EXPECT_EQ(PlainTextOfFile("caf\xe9 \x93q\x94"), QString::fromUtf8("café “q”"));
     EXPECT_TRUE(LooksBinary(QByteArray("PK\x03\x04\0\0", 6)));
 }
 
