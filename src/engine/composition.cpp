@@ -6,6 +6,7 @@
 #include "macro/macro_text.h"
 #include "macro/numbers.h"
 #include "macro/variables.h"
+#include "shell/failure_report.h"
 
 #include <QLoggingCategory>
 #include <cmath>
@@ -51,6 +52,7 @@ QString cannotFind(int line)
 
 QString ParseActions(int index)
 {
+    shell::Routine routine("(Module) modHotkeys::Function ParseActions");
     MacroRunState &s = runState();
     if (!macro::CutMacroLines(hotkeys::table().at(index).Code, s.Actions))
         return QStringLiteral("No actions to parse");
@@ -81,6 +83,7 @@ bool IsHOTKEYcommand()
 // at every inclusion, without the quadratic copying.
 QString InsertHOTKEYcode()
 {
+    shell::Routine routine("(Module) modHotkeys::Function InsertHOTKEYcode");
     struct Range {
         const macro::ActionList *lines;
         qsizetype from;

@@ -10,6 +10,7 @@
 #include "platform/services.h"
 #include "shell/app_state.h"
 #include "shell/on_top_message.h"
+#include "shell/failure_report.h"
 
 #include <QLoggingCategory>
 
@@ -66,6 +67,7 @@ bool MACRO_Expired()
 
 QString ProcessActions(int index, QString &errorText, int &errorCount)
 {
+    shell::Routine routine("(Module) modHotkeys::Function ProcessActions");
     MacroRunState &s = runState();
     if (s.ActionCount() == 0)
         return QStringLiteral("No actions to execute");
@@ -118,6 +120,7 @@ QString ProcessActions(int index, QString &errorText, int &errorCount)
 
 QString RunMacro(int index)
 {
+    shell::Routine routine("(Module) modHotkeys::Function RunMacro");
     const hotkeys::Hotkey &macro = hotkeys::table().at(index);
     if (!macro.Active)
         return {};

@@ -6,6 +6,7 @@
 #include "hotkeys/hotkeys_table.h"
 #include "platform/services.h"
 #include "shell/app_state.h"
+#include "shell/failure_report.h"
 #include "shell/on_top_message.h"
 
 namespace engine {
@@ -34,7 +35,10 @@ void RunTimer_Timer()
         return;
     }
     const int number = app.PendingHotkey;
-    const QString result = RunMacro(number);
+    QString result;
+    // After a fault the routine goes on with its next statement, so the pending
+    // hotkey is cleared whatever happened to the run.
+    shell::Guarded("(Form) frmSonamark::Sub RunTimer_Timer", [&] { result = RunMacro(number); });
     if (!result.isEmpty()) {
         const hotkeys::Hotkey &macro = hotkeys::table().at(number);
         if (platform::TextWindow *window = platform::services().textWindow)

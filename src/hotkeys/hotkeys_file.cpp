@@ -5,6 +5,7 @@
 #include "shell/legacy_text.h"
 #include "macro/macro_text.h"
 #include "shell/file_util.h"
+#include "shell/failure_report.h"
 
 #include <QFile>
 #include <QLoggingCategory>
@@ -34,6 +35,7 @@ QString failRead(HotkeyTable &t, const char *message)
 
 QString GetHotKeys()
 {
+    shell::Routine routine("(Module) modHotkeys::Function GetHotKeys");
     HotkeyTable &t = table();
     if (t.HotkeysFileName.trimmed().isEmpty()) {
         t.HotkeyCount = 0;

@@ -4,6 +4,7 @@
 #include "shell/file_util.h"
 #include "shell/legacy_text.h"
 #include "shell/on_top_message.h"
+#include "shell/failure_report.h"
 
 #include <QFile>
 #include <QLoggingCategory>
@@ -180,6 +181,7 @@ void WriteFileOpts()
 
 void GetOptions()
 {
+    shell::Routine routine("(Module) modMain::Sub GetOptions");
     const QString path = optionsPath();
     if (!FileExists(path)) {
         SetDef();

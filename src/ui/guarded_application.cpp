@@ -9,10 +9,6 @@
 
 namespace ui {
 
-namespace {
-constexpr int kEventFailure = 5;  // reported number for faults inside event handlers
-}
-
 GuardedApplication::GuardedApplication(int &argc, char **argv) : QApplication(argc, argv) {}
 
 QString GuardedApplication::identity(QObject *receiver, QEvent *event)
@@ -31,10 +27,8 @@ bool GuardedApplication::notify(QObject *receiver, QEvent *event)
 {
     try {
         return QApplication::notify(receiver, event);
-    } catch (const std::exception &e) {
-        shell::ErrorHandler(identity(receiver, event), QString::fromLocal8Bit(e.what()), kEventFailure);
     } catch (...) {
-        shell::ErrorHandler(identity(receiver, event), QStringLiteral("Unknown failure"), kEventFailure);
+        shell::ReportCurrentFault(identity(receiver, event));
     }
     return false;
 }

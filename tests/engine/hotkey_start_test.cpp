@@ -126,3 +126,14 @@ TEST_F(EngineTest, ClipboardCommandReportsAResult)
     EXPECT_EQ(fakes.textWindow.text, "\r\n" + rule + "\r\nError Check for Notes 1\r\n" + rule
                                          + "\r\nNo actions to execute\r\n1:# none\r\n");
 }
+
+TEST_F(EngineTest, AFaultInTheRunIsReportedAsTheRunsAndThePendingHotkeyIsCleared)
+{
+    addMacro(QStringLiteral("Only"), QStringLiteral("a"));
+    shell::app().PendingHotkey = 501;  // beyond the table: the run fails looking it up
+    RunTimer_Timer();
+    EXPECT_EQ(shell::app().PendingHotkey, 0);
+    ASSERT_EQ(fakes.errors.reports.size(), 1);
+    EXPECT_TRUE(fakes.errors.reports[0].startsWith("Error 9 in (Module) modHotkeys::Function RunMacro\r\n"))
+        << fakes.errors.reports[0].toStdString();
+}

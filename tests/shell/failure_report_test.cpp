@@ -2,13 +2,17 @@
 
 #include "shell/failure_report.h"
 
+#include "platform/error_window.h"
+#include "platform/services.h"
+
+#include <new>
 #include <stdexcept>
 
 TEST(FailureReport, ErrorTextShape)
 {
     const QString text = shell::FormatErrorText(QStringLiteral("(Module) modMain::Sub SetDef"),
                                                 QStringLiteral("Overflow"), 6);
-    EXPECT_EQ(text, QStringLiteral("Error 6 in (Module) modMain::Sub SetDef\r\nwhile running sonamark.exe v%1.%2.%3"
+    EXPECT_EQ(text, QStringLiteral("Error 6 in (Module) modMain::Sub SetDef\r\nwhile running sonamark v%1.%2.%3"
                                    "\r\n\r\nError = 'Overflow'")
                         .arg(SONAMARK_VERSION_MAJOR).arg(SONAMARK_VERSION_MINOR).arg(SONAMARK_VERSION_PATCH));
 }
@@ -50,4 +54,58 @@ TEST_F(GuardTest, QuitAfterStartUpRunsTheQuitHandler)
     shell::ErrorHandler(QStringLiteral("(Form) frmSonamark::Sub X"), QStringLiteral("d"), 1);
     EXPECT_TRUE(quitCalled);
     shell::SetQuitHandler(nullptr);
+}
+
+TEST_F(GuardTest, FaultNamesTheInnermostRoutineItLeftAndItsKind)
+{
+    const auto inner = [] {
+        shell::Routine routine("(Module) modX::Function Inner");
+        throw std::out_of_range("Subscript out of range");
+    };
+    shell::Guarded("(Form) frmSonamark::Sub Handler", [&] {
+        shell::Routine routine("(Module) modX::Function Outer");
+        inner();
+    });
+    // A routine that finished normally before the fault is not named.
+    shell::Guarded("(Form) frmSonamark::Sub Handler", [] {
+        { shell::Routine done("(Module) modX::Function Done"); }
+        throw std::bad_alloc();
+    });
+    ASSERT_EQ(fx.errors.reports.size(), 2);
+    EXPECT_TRUE(fx.errors.reports[0].startsWith("Error 9 in (Module) modX::Function Inner\r\n"));
+    EXPECT_TRUE(fx.errors.reports[1].startsWith("Error 7 in (Form) frmSonamark::Sub Handler\r\n"));
+}
+
+TEST(FailureNumbers, FollowTheKindOfFault)
+{
+    EXPECT_EQ(shell::FailureNumber(std::overflow_error("x")), 6);
+    EXPECT_EQ(shell::FailureNumber(std::domain_error("x")), 11);
+    EXPECT_EQ(shell::FailureNumber(std::invalid_argument("x")), 5);
+    EXPECT_EQ(shell::FailureNumber(std::runtime_error("x")), 440);
+}
+
+// An error window that fails again while it is open, as a timer under it might.
+class ReenteringErrorWindow : public platform::ErrorWindow {
+public:
+    QStringList shown;
+    Choice showError(const QString &text) override
+    {
+        shown << text;
+        if (shown.size() == 1)
+            shell::ErrorHandler(QStringLiteral("(Form) frmSonamark::Sub Timer3_Timer"), QStringLiteral("second"), 5);
+        return Choice::Continue;
+    }
+};
+
+TEST_F(GuardTest, AFailureWhileTheWindowIsOpenIsShownAfterIt)
+{
+    ReenteringErrorWindow window;
+    platform::Services set = platform::services();
+    set.errors = &window;
+    const platform::Services previous = platform::install(set);
+    shell::ErrorHandler(QStringLiteral("(Form) frmSonamark::Sub First"), QStringLiteral("first"), 5);
+    platform::install(previous);
+    ASSERT_EQ(window.shown.size(), 2);
+    EXPECT_TRUE(window.shown[0].endsWith("Error = 'first'"));
+    EXPECT_TRUE(window.shown[1].endsWith("Error = 'second'"));
 }
