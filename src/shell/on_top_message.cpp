@@ -107,12 +107,11 @@ int GetNumLines(const QString &text, int width, const std::function<int(const QS
     QString stretch;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text.at(i);
-        if (c == QLatin1Char('\r') || c == QLatin1Char('\n')) {
+        // Only a carriage return breaks a line; line feeds are skipped.
+        if (c == QLatin1Char('\r')) {
             countStretch(stretch);
             stretch.clear();
-            if (c == QLatin1Char('\r') && i + 1 < text.size() && text.at(i + 1) == QLatin1Char('\n'))
-                ++i;
-        } else {
+        } else if (c != QLatin1Char('\n')) {
             stretch += c;
         }
     }

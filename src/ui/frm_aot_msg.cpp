@@ -88,11 +88,12 @@ frmAOTMsg::frmAOTMsg(const platform::MessageSpec &request, QWidget *parent)
     cmdNo->setVisible(request.type != 0);
     cmdCancel->setVisible(request.type == 2);
     (request.type == 0 ? cmdOk : cmdYes)->setDefault(true);
+    applyLayout(request);
     QString text = request.text;
     while (text.endsWith(QLatin1Char('\n')) || text.endsWith(QLatin1Char('\r')))
         text.chop(1);  // the trailing break only makes room in the measure
     lblPopup->setText(text);
-    applyLayout(request);
+    adjustSize();
     if (m_counter >= 1) {
         lbCountDown->setText(QString::number(m_counter));
         Shape1->setVisible(m_counter < 100);
@@ -113,7 +114,11 @@ void frmAOTMsg::applyLayout(const platform::MessageSpec &request)
         return shell::GetNumLines(request.text, labelWidth,
                                   [&](const QString &s) { return metrics.horizontalAdvance(s); }) + 1;
     };
-    switch (shell::ChooseMessageLayout(shell::kMsgWideWindow, lineCount())) {
+    // The window's own width before the text is in: the label's base width or the
+    // buttons that this type shows, whichever is wider.
+    const int windowWidth = qMax(sizeHint().width(), kLabelBaseWidth);
+    m_layout = shell::ChooseMessageLayout(windowWidth, lineCount());
+    switch (m_layout) {
     case 1:
         labelWidth += shell::kMsgWidthStep;
         break;
@@ -133,16 +138,19 @@ void frmAOTMsg::applyLayout(const platform::MessageSpec &request)
     // most of the screen (the 2000-character cut keeps that bounded).
     lblPopup->setMinimumWidth(labelWidth);
     const QRect available = screen() ? screen()->availableGeometry() : QRect(0, 0, 1024, 768);
-    const int needed = lblPopup->heightForWidth(labelWidth);
-    if (needed > available.height() * 3 / 4)
+    QLabel probe;
+    probe.setFont(lblPopup->font());
+    probe.setWordWrap(true);
+    probe.setText(request.text.trimmed());
+    if (probe.heightForWidth(labelWidth) > available.height() * 3 / 4)
         lblPopup->setMinimumWidth(qMin(available.width() * 3 / 4, labelWidth * 3));
-    adjustSize();
 }
 
 void frmAOTMsg::Timer1_Timer()
 {
     --m_counter;
     lbCountDown->setText(QString::number(m_counter));
+    Shape1->setVisible(m_counter < 100);
     if (m_counter <= 0)
         answer(shell::MsgNo);
 }

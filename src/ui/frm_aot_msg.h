@@ -17,6 +17,7 @@ class frmAOTMsg : public QDialog {
 public:
     explicit frmAOTMsg(const platform::MessageSpec &request, QWidget *parent = nullptr);
     int counter() const { return m_counter; }
+    int layout() const { return m_layout; }  // the layout chosen for the text, 0 to 4
     QLabel *lblPopup = nullptr;
     QLabel *lbCountDown = nullptr;
     QPushButton *cmdOk = nullptr;
@@ -25,6 +26,8 @@ public:
     QPushButton *cmdCancel = nullptr;
     QFrame *Shape1 = nullptr;
     QTimer *Timer1 = nullptr;
+    // One second of the count-down: the counter falls and shows; at 0 the answer is No.
+    void Timer1_Timer();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -32,10 +35,10 @@ protected:
 
 private:
     void answer(int result);
-    void Timer1_Timer();
     void applyLayout(const platform::MessageSpec &request);
     int m_type = 0;
     int m_counter = 0;
+    int m_layout = 0;
     bool m_answered = false;
 };
 

@@ -86,6 +86,9 @@ TEST(MessageLayout, LineCountAndChoice)
     auto tenPerChar = [](const QString &s) { return int(s.size()) * 10; };
     EXPECT_EQ(shell::GetNumLines(QStringLiteral("abc\r\n\r\nabcdefghijkl"), 100, tenPerChar), 1 + 1 + 2);
     EXPECT_EQ(shell::GetNumLines(QStringLiteral("abcdefghij\r\n"), 100, tenPerChar), 2);
+    // A bare line feed is no break: "abcde" and "fghij" make one stretch of 100.
+    EXPECT_EQ(shell::GetNumLines(QStringLiteral("abcde\nfghij"), 100, tenPerChar), 2);
+    EXPECT_EQ(shell::GetNumLines(QStringLiteral("ab\ncd\r\nef"), 100, tenPerChar), 2);
     // Narrow window: 6..11 taller, 12+ wider and smaller, below 4 narrower.
     EXPECT_EQ(shell::ChooseMessageLayout(shell::kMsgWideWindow, 3), 4);
     EXPECT_EQ(shell::ChooseMessageLayout(shell::kMsgWideWindow, 4), 0);

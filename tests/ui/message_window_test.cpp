@@ -150,3 +150,28 @@ TEST(GuardedEvents, FaultInHandlerIsReportedAndProgramGoesOn)
     EXPECT_TRUE(fx.errors.reports[0].contains("(Form) frmTest::Sub MouseButtonRelease"));
     EXPECT_TRUE(fx.errors.reports[0].endsWith("Error = 'boom'"));
 }
+
+TEST_F(RealMessages, LayoutFollowsTheWindowWidthAndTheLineCount)
+{
+    platform::MessageSpec shortQuestion;
+    shortQuestion.text = shell::ShownMessageText(QStringLiteral("Save?"));
+    shortQuestion.type = 0;
+    ui::frmAOTMsg narrow(shortQuestion);
+    EXPECT_EQ(narrow.layout(), 4);  // one button: a narrow window, a short text shrinks it
+    shortQuestion.type = 2;
+    ui::frmAOTMsg wide(shortQuestion);
+    EXPECT_EQ(wide.layout(), 1);  // three buttons make a wide window; a short text widens it
+}
+
+TEST_F(RealMessages, CountDownFrameHidesWhileTheCounterHasThreeDigits)
+{
+    platform::MessageSpec request;
+    request.text = shell::ShownMessageText(QStringLiteral("Wait"));
+    request.timeout = 100;
+    ui::frmAOTMsg window(request);
+    window.show();
+    EXPECT_FALSE(window.Shape1->isVisible());
+    window.Timer1_Timer();
+    EXPECT_EQ(window.counter(), 99);
+    EXPECT_TRUE(window.Shape1->isVisible());
+}
