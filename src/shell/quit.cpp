@@ -71,7 +71,9 @@ void AddDesktopEntry(const QString &programPath)
     const QString folder = DesktopFolderPath();
     QDir().mkpath(folder);
     const QString entry = folder + QLatin1String(kDesktopEntryName);
-    const QString error = WriteFileAtomically(entry, DesktopEntryText(programPath, QString()).toUtf8());
+    // The icon hands the program what is dropped on it (%f is the desktop entry's field
+    // for one file); the program itself ignores every argument but "/h".
+    const QString error = WriteFileAtomically(entry, DesktopEntryText(programPath, QStringLiteral("%f")).toUtf8());
     if (!error.isEmpty()) {
         MsgBoxOT(QStringLiteral("Could not write %1: %2").arg(entry, error), 0,
                  QStringLiteral("Add Sonamark Icon To DeskTop"));

@@ -226,11 +226,8 @@ void frmSonamark::Form_Load()
     CreateSpeechObject(this);
     reader::SetClipView(clipControls);
 
-    const bool hooked = HookKeyboard();
-    // The table is loaded even without global hotkeys: the clipboard command and the
-    // editor run macros from it.
-    LoadHotkeysTable();
-    if (hooked) {
+    if (HookKeyboard()) {
+        LoadHotkeysTable();
         const bool enabled = opts.HotkeysEnabledOpt == QLatin1String("1");
         mnuHotkeysEnable->setChecked(enabled);
         mnuOptionsHotkeysEnable->setChecked(enabled);
