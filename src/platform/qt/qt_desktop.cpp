@@ -26,11 +26,14 @@ bool QtDesktop::runAndWait(const QString &program, const QStringList &args, cons
     process.start(program, args);
     if (!process.waitForStarted())
         return false;
-    // Wait without limit, but keep the program's windows and timers alive meanwhile.
+    // Wait without limit. The user cannot reach our windows meanwhile (their input is
+    // held back), but the event loop keeps serving X: a blocked GUI thread would leave
+    // our clipboard data unpasteable in other programs, the help viewer included, and
+    // the window manager would mark the program as not responding.
     QEventLoop loop;
     QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
     if (process.state() != QProcess::NotRunning)
-        loop.exec();
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
     return true;
 }
 
