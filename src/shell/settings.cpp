@@ -199,8 +199,12 @@ void GetOptions()
     const QStringList lines = DecodeLegacyText(file.readAll()).split(QLatin1Char('\n'));
     file.close();
 
+    // The first field, found as the field reader finds it: behind any empty lines.
     QString first;
-    if (!lines.isEmpty() && parseField(lines.first(), first) && first == QLatin1String("SETUP")) {
+    for (const QString &line : lines)
+        if (parseField(line, first))
+            break;
+    if (first == QLatin1String("SETUP")) {
         QFile::remove(path);
         SetDef();
         return;

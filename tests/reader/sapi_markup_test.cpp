@@ -59,3 +59,13 @@ TEST(SapiMarkup, EscapedCharactersMapToTheirOneOriginal)
     EXPECT_EQ(t.originalLength(amp, 5), 1);
     EXPECT_EQ(OriginOf(t, QStringLiteral("b")), 4);
 }
+
+TEST(SapiMarkup, SpansOfTheClosingMarkupStayInsideTheOriginal)
+{
+    // Found by fuzzing: the closing tags map to the end, one behind the last character.
+    EXPECT_EQ(SapiToSsml(QString()).originalLength(0, 5), 0);
+    const QString original = QStringLiteral("<EMPH>hi</EMPH>");
+    const auto t = SapiToSsml(original);
+    const int hi = int(t.ssml.indexOf(QStringLiteral("hi")));
+    EXPECT_LE(t.originalPosition(hi) + t.originalLength(hi, int(t.ssml.size()) - hi), original.size());
+}

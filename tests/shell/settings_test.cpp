@@ -49,10 +49,14 @@ TEST_F(SettingsTest, MissingFileWritesDefaults)
 
 TEST_F(SettingsTest, SetupPlaceholderIsReplacedByDefaults)
 {
-    writeFile(path("options.def"), "\"SETUP\"\r\n");
-    shell::GetOptions();
-    EXPECT_EQ(settings().RateOpt, "0");
-    EXPECT_TRUE(readFile(path("options.def")).startsWith("\"12\"\r\n\"Mary\""));
+    // Also behind empty lines, where the field reader finds the first field.
+    for (const QByteArray &file : {QByteArray("\"SETUP\"\r\n"), QByteArray("\n\r\n\"SETUP\"\n")}) {
+        writeFile(path("options.def"), file);
+        shell::GetOptions();
+        EXPECT_EQ(settings().RateOpt, "0");
+        EXPECT_EQ(settings().FontSizeOpt, "12");
+        EXPECT_TRUE(readFile(path("options.def")).startsWith("\"12\"\r\n\"Mary\""));
+    }
 }
 
 TEST_F(SettingsTest, BadValuesAreReplacedAndMarkDirty)

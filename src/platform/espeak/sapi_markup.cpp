@@ -61,6 +61,7 @@ public:
             m_stack.removeLast();
         }
         put(QStringLiteral("</speak>"), end);
+        m_out.originalSize = end;
         return m_out;
     }
 
@@ -164,7 +165,10 @@ int SsmlText::originalLength(int ssmlStart, int ssmlLength) const
 {
     if (ssmlLength <= 0)
         return 0;
-    return originalPosition(ssmlStart + ssmlLength - 1) - originalPosition(ssmlStart) + 1;
+    // Mark-up at the end maps to the end itself, one behind the last character.
+    const int start = originalPosition(ssmlStart);
+    const int last = qMin(originalPosition(ssmlStart + ssmlLength - 1), originalSize - 1);
+    return qMax(0, last - start + 1);
 }
 
 SsmlText SapiToSsml(const QString &text)

@@ -10,6 +10,7 @@ namespace platform::espeak {
 struct SsmlText {
     QString ssml;
     QVector<int> origin;  // origin[i]: 0-based index in the original of ssml[i]
+    int originalSize = 0;  // length of the original string
     // 0-based start and length in the original of the SSML span [ssmlStart, +ssmlLength).
     int originalPosition(int ssmlStart) const;
     int originalLength(int ssmlStart, int ssmlLength) const;

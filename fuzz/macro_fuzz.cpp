@@ -1,0 +1,63 @@
+// libFuzzer target for the macro language: any text as a macro is parsed and run on the
+// headless services, under a clock that runs fast, so that every run ends by its limits
+// within a few thousand statements. Waits sleep nowhere.
+#include "engine/interpreter.h"
+#include "engine/macro_clock.h"
+#include "engine/run_state.h"
+#include "fuzz_support.h"
+#include "hotkeys/hotkeys_table.h"
+#include "platform/headless/headless_services.h"
+#include "shell/app_state.h"
+#include "shell/delay.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+namespace {
+
+constexpr double kSecondsPerRead = 1.0;         // the macro clock moves on this much a look
+constexpr double kLongestRunSeconds = 300.0;    // so a run ends after about 300 statements
+
+double g_now = 0;
+
+double fastClock()
+{
+    // A macro may set its own time-out; the fuzzer keeps it short.
+    engine::MacroRunState &s = engine::runState();
+    if (s.MacroTimeout > kLongestRunSeconds)
+        s.MacroTimeout = kLongestRunSeconds;
+    g_now += kSecondsPerRead;
+    return g_now;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    static QCoreApplication app(*argc, *argv);
+    engine::SetMacroClock(fastClock);
+    shell::SetDelaySleeper([](int) {});
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    QString diagnostics;
+    QTextStream diag(&diagnostics);
+    platform::headless::HeadlessServices services(diag);
+    hotkeys::HotkeyTable &t = hotkeys::table();
+    t.reset();
+    t.HotkeysFileName = fuzz::folder() + QStringLiteral("Hotkeys.txt");
+    t.Hotkeys[0] = hotkeys::Hotkey{true, QStringLiteral("^%a"), QStringLiteral("Fuzzed"),
+                                   QString::fromUtf8(fuzz::bytes(data, size))};
+    t.Hotkeys[1] = hotkeys::Hotkey{true, QStringLiteral("^%b"), QStringLiteral("Helper"),
+                                   QStringLiteral("[VAR A=A+1]\r\n[IF A>3]\r\n[SENDKEYS \"x\"]\r\n[ENDIF]")};
+    t.HotkeyCount = 2;
+    engine::runState().reset();
+    shell::app().reset();
+    g_now = 0;
+    engine::RunMacro(1);
+    if (engine::runState().MacroRunning)
+        fuzz::fail("the run ended with the macro still marked running");
+    return 0;
+}

@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# Builds the fuzz targets with clang, libFuzzer, ASan and UBSan in build-fuzz/ and runs
+# one target or all of them, one after another, printing executions, coverage and
+# findings for each.
+# Usage: scripts/fuzz.sh [TARGET|all] [SECONDS]   (default: all, 60 seconds each)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+target=${1:-all}
+seconds=${2:-60}
+all=(rtf_fuzz hotkeys_file_fuzz options_fuzz exceptions_fuzz sapi_fuzz macro_fuzz)
+
+bash scripts/install-deps.sh
+if ! dpkg-query -W -f='${Status}' clang libclang-rt-14-dev 2>/dev/null | grep -q 'install ok installed'; then
+  SUDO=; [ "$(id -u)" -ne 0 ] && SUDO=sudo
+  $SUDO apt-get install -y -qq --no-install-recommends clang libclang-rt-14-dev >/dev/null
+fi
+[ -f build-fuzz/CMakeCache.txt ] || cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  -DCMAKE_CXX_COMPILER=clang++ -DSONAMARK_FUZZ=ON -DSONAMARK_BUILD_TESTS=OFF -DSONAMARK_BUILD_BENCH=OFF >/dev/null
+targets=("${all[@]}")
+[ "$target" != all ] && targets=("$target")
+cmake --build build-fuzz -j "$(nproc)" --target "${targets[@]}"
+
+export ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=1
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+export QT_LOGGING_RULES="*.debug=false;*.warning=false"
+status=0
+for t in "${targets[@]}"; do
+  name=${t%_fuzz}
+  seeds=fuzz/corpus/$name
+  corpus=build-fuzz/corpus/$name
+  findings=build-fuzz/findings/$name
+  mkdir -p "$corpus" "$findings"
+  dict=(); [ -f "fuzz/$name.dict" ] && dict=(-dict="fuzz/$name.dict")
+  log=build-fuzz/$name.log
+  set +e
+  "build-fuzz/fuzz/$t" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 -print_final_stats=1 \
+    -artifact_prefix="$findings/" "${dict[@]}" "$corpus" "$seeds" >"$log" 2>&1
+  rc=$?
+  set -e
+  runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || echo '?')
+  cov=$(grep -o 'cov: [0-9]*' "$log" | tail -1 | grep -o '[0-9]*' || echo '?')
+  found=$(find "$findings" -type f | wc -l)
+  printf '%-20s %10s runs in %ss (%s/s), coverage %s, findings %s%s\n' "$t" "$runs" "$seconds" \
+    "$([ "$runs" != '?' ] && echo $((runs / seconds)) || echo '?')" "$cov" "$found" \
+    "$([ $rc -ne 0 ] && echo " (stopped: see $log)")"
+  [ $rc -ne 0 ] && status=1
+done
+exit $status
