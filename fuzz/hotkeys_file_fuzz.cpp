@@ -20,7 +20,9 @@ QList<Record> records()
     const hotkeys::HotkeyTable &t = hotkeys::table();
     for (int n = 1; n <= t.HotkeyCount; ++n) {
         const hotkeys::Hotkey &h = t.at(n);
-        out << Record{h.Active, h.Keys, h.Description, h.Code};
+        // Quotes in keys and names are written as apostrophes.
+        out << Record{h.Active, QString(h.Keys).replace(QLatin1Char('"'), QLatin1Char('\'')),
+                      QString(h.Description).replace(QLatin1Char('"'), QLatin1Char('\'')), h.Code};
     }
     return out;
 }

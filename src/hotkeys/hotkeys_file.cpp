@@ -23,6 +23,17 @@ const char *const kReadError = "Error reading Hotkeys file";
 const char *const kOpenError = "Hotkeys file does not exist";
 // 500 macros fit in far less; a larger file (or an endless device) is not read whole.
 constexpr qint64 kMaxFileBytes = 64 * 1024 * 1024;
+constexpr qint64 kReadStepBytes = 1024 * 1024;
+
+// The editor keeps double quotes out of keys and names, but a hand-edited file can bring
+// one in (in a field without quotes around it). Written as it stands it would end the
+// field early and shift every record behind it, so it is written as an apostrophe.
+QString unquoted(const QString &field)
+{
+    QString out = field;
+    out.replace(QLatin1Char('"'), QLatin1Char('\''));
+    return out;
+}
 
 QString failRead(HotkeyTable &t, const char *message)
 {
@@ -47,7 +58,18 @@ QString GetHotKeys()
     QFile file(t.HotkeysFileName);
     if (!file.open(QIODevice::ReadOnly))
         return failRead(t, kOpenError);
-    const QByteArray bytes = file.read(kMaxFileBytes + 1);
+    // Read in steps, so that neither a huge file nor an endless device is taken whole.
+    QByteArray bytes;
+    if (!file.isSequential() && file.size() <= kMaxFileBytes) {
+        bytes = file.readAll();
+    } else {
+        while (bytes.size() <= kMaxFileBytes) {
+            const QByteArray step = file.read(kReadStepBytes);
+            if (step.isEmpty())
+                break;
+            bytes += step;
+        }
+    }
     if (file.error() != QFileDevice::NoError)
         return failRead(t, kReadError);
     if (bytes.size() > kMaxFileBytes) {
@@ -88,8 +110,8 @@ QByteArray FormatHotkeysFile()
         const Hotkey &h = t.Hotkeys[i];
         QString code = h.Code;
         macro::ReplaceQuotes(code);
-        text += WriteBooleanField(h.Active) + QLatin1Char(',') + WriteStringField(h.Keys)
-                + QLatin1Char(',') + WriteStringField(h.Description) + QLatin1Char(',')
+        text += WriteBooleanField(h.Active) + QLatin1Char(',') + WriteStringField(unquoted(h.Keys))
+                + QLatin1Char(',') + WriteStringField(unquoted(h.Description)) + QLatin1Char(',')
                 + WriteStringField(code) + macro::kCrLf;
     }
     return shell::EncodeText(text);

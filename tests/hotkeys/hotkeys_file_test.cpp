@@ -134,3 +134,20 @@ TEST_F(HotkeysFileTest, FailuresAndTheStateTheyLeave)
     table().HotkeysFileName.clear();
     EXPECT_FALSE(UpdateHotkeyWordsFile());
 }
+
+TEST_F(HotkeysFileTest, AQuoteInAHandEditedNameCannotBreakTheRecordsBehindIt)
+{
+    // Found by fuzzing: a name field without quotes around it may hold one.
+    writeBytes(kHeader + "#TRUE#,\"^A\",say \"hi\" now,\"first\"\r\n#TRUE#,\"^B\",\"Second\",\"second\"\r\n");
+    ASSERT_EQ(GetHotKeys(), QString());
+    ASSERT_EQ(table().HotkeyCount, 2);
+    ASSERT_TRUE(UpdateHotkeyWordsFile());
+    table().reset();
+    table().HotkeysFileName = path;
+    ASSERT_EQ(GetHotKeys(), QString());
+    ASSERT_EQ(table().HotkeyCount, 2);
+    EXPECT_EQ(table().at(1).Description, QStringLiteral("say 'hi' now"));
+    EXPECT_EQ(table().at(1).Code, QStringLiteral("first"));
+    EXPECT_EQ(table().at(2).Description, QStringLiteral("Second"));
+    EXPECT_EQ(table().at(2).Code, QStringLiteral("second"));
+}
