@@ -1,9 +1,80 @@
 #include "shell/file_util.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace shell {
+
+namespace {
+
+// Every save of a file goes through one temporary file with a fixed name beside it, so a
+// save cut off by a kill leaves at most that one file behind, and the next save of the
+// same file takes it over instead of piling up more.
+QString temporaryNameFor(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.dir().filePath(QLatin1Char('.') + info.fileName() + QLatin1String(".saving"));
+}
+
+QString lastError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+// Closes the descriptor when the save ends, whichever way it ends.
+struct FdCloser {
+    int fd;
+    ~FdCloser()
+    {
+        if (fd >= 0)
+            ::close(fd);
+    }
+};
+
+// Opens and locks the temporary file. Another process saving the same file at the same
+// moment holds the lock; once it has renamed the file away we open the name afresh.
+int openLockedTemporary(const QByteArray &tmp, mode_t mode)
+{
+    for (;;) {
+        const int fd = ::open(tmp.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, mode);
+        if (fd < 0 || ::flock(fd, LOCK_EX) != 0) {
+            if (fd >= 0)
+                ::close(fd);
+            return -1;
+        }
+        struct stat held {}, named {};
+        if (::fstat(fd, &held) == 0 && ::stat(tmp.constData(), &named) == 0 && held.st_ino == named.st_ino
+            && held.st_dev == named.st_dev)
+            return fd;
+        ::close(fd);
+    }
+}
+
+bool writeAll(int fd, const QByteArray &data)
+{
+    const char *p = data.constData();
+    qsizetype left = data.size();
+    while (left > 0) {
+        const ssize_t n = ::write(fd, p, size_t(left));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            return false;
+        p += n;
+        left -= n;
+    }
+    return true;
+}
+
+} // namespace
 
 bool FileExists(const QString &path)
 {
@@ -17,16 +88,26 @@ bool FolderExists(const QString &path)
 
 QString WriteFileAtomically(const QString &path, const QByteArray &data)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    if (file.write(data) != data.size()) {
-        const QString error = file.errorString();
-        file.cancelWriting();
+    // A link is saved through: the file it points at is replaced, the link stays.
+    const QFileInfo info(path);
+    const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
+    const QByteArray final = QFile::encodeName(target);
+    const QByteArray tmp = QFile::encodeName(temporaryNameFor(target));
+
+    struct stat existing {};
+    const bool replaces = ::stat(final.constData(), &existing) == 0;
+    const mode_t mode = replaces ? (existing.st_mode & 07777) : 0666;
+
+    FdCloser file{openLockedTemporary(tmp, mode)};
+    if (file.fd < 0)
+        return lastError();
+    const bool written = ::ftruncate(file.fd, 0) == 0 && writeAll(file.fd, data) && ::fsync(file.fd) == 0
+                         && (!replaces || ::fchmod(file.fd, mode) == 0);
+    if (!written || ::rename(tmp.constData(), final.constData()) != 0) {
+        const QString error = lastError();
+        ::unlink(tmp.constData());
         return error;
     }
-    if (!file.commit())
-        return file.errorString();
     return {};
 }
 
