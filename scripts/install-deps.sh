@@ -16,6 +16,7 @@ PACKAGES=(
   # test and headless runs
   bc xvfb xauth fluxbox trayer xclip xdotool x11-utils x11-apps
   pulseaudio pulseaudio-utils poppler-utils antiword procps imagemagick python3
+  sox libsox-fmt-base ffmpeg mpg123 lame espeak-ng
 )
 
 missing=()

@@ -1,5 +1,6 @@
 #include "cli/speech_commands.h"
 
+#include "cli/to_file_command.h"
 #include "platform/espeak/espeak_engine.h"
 #include "reader/speech.h"
 
@@ -88,7 +89,9 @@ int Speak(const QStringList &args, platform::espeak::EspeakEngine &engine, QText
 
 bool IsSpeechCommand(const QStringList &args)
 {
-    return !args.isEmpty() && (args.first() == QLatin1String("voices") || args.first() == QLatin1String("speak"));
+    return !args.isEmpty()
+        && (args.first() == QLatin1String("voices") || args.first() == QLatin1String("speak")
+            || args.first() == QLatin1String(kToFileCommand));
 }
 
 int RunSpeechCommand(const QStringList &args, QTextStream &out, QTextStream &err)
@@ -103,6 +106,8 @@ int RunSpeechCommand(const QStringList &args, QTextStream &out, QTextStream &err
             out << row << "\n";
         return 0;
     }
+    if (args.first() == QLatin1String(kToFileCommand))
+        return RunToFile(args.mid(1), engine, out, err);
     return Speak(args.mid(1), engine, err);
 }
 

@@ -3,6 +3,7 @@
 //   voices                      the voices as the reader's list shows them, one a line
 //   speak [--voice V] [--rate R] [--volume N] [--pitch P] TEXT|-
 //                               speaks to the default output and returns when done
+//   to-file [options] INPUT OUTPUT  reads a text file into a WAV or MP3 file (--help)
 #include <QStringList>
 #include <QTextStream>
 

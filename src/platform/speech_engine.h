@@ -25,6 +25,15 @@ struct SpeechStatus {
     bool NoAudioOutput = false;
 };
 
+// Where synthesis goes instead of the loudspeaker (the voice's AudioOutputStream).
+class AudioOutputStream {
+public:
+    virtual ~AudioOutputStream() = default;
+    // 16-bit mono samples at sampleRate, in order, called on the engine's synthesis thread.
+    // False when the stream could not take them: the synthesis then stops.
+    virtual bool write(const qint16 *samples, qsizetype count, int sampleRate) = 0;
+};
+
 class SpeechEngine {
 public:
     virtual ~SpeechEngine() = default;
@@ -45,6 +54,14 @@ public:
     virtual void pause() = 0;
     virtual void resume() = 0;
     virtual SpeechStatus status() const = 0;
+
+    // Sends what the following speak() calls synthesise to stream instead of the audio
+    // device, as fast as it can be made; nullptr gives the device back (and stops a stream
+    // being written). A stream raises no StartStream, EndStream or Word events.
+    virtual void setAudioOutputStream(AudioOutputStream *stream) = 0;
+    // WaitUntilDone: true when nothing is being spoken or written any more, waiting at most
+    // milliseconds for it. The stream is no longer touched once this answered true.
+    virtual bool waitUntilDone(int milliseconds) = 0;
 
     // Events, raised on the GUI thread. Word positions are 0-based characters of the
     // string given to speak(), tags included.

@@ -18,6 +18,7 @@
 #include "ui/document_menus.h"
 #include "ui/speech_panel.h"
 #include "ui/subsystem_calls.h"
+#include "ui/frm_vb_lame.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -26,6 +27,7 @@
 #include <QDate>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
@@ -125,7 +127,8 @@ void frmSonamark::buildMenus()
 {
     QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
     documentMenus->addOpenSave(file);
-    for (const char *caption : {"Save To MP3", "Save Text To MP3", "Convert Files To MP3"})
+    connect(file->addAction(QStringLiteral("Save To MP3")), &QAction::triggered, this, &frmSonamark::mnuFileMP3_Click);
+    for (const char *caption : {"Save Text To MP3", "Convert Files To MP3"})
         later(file, QLatin1String(caption));
     documentMenus->addPrinting(file);
     file->addSeparator();
@@ -276,6 +279,16 @@ void frmSonamark::Timer3_Timer() { CollectClipboard(this); }
 void frmSonamark::RunTimer_Timer() { RunPendingHotkey(this); }
 
 void frmSonamark::mnuFileExit_Click() { close(); }
+
+void frmSonamark::mnuFileMP3_Click()
+{
+    frmVBLame dialog(this, [this] {
+        if (speechPanel->listIndex() < 0 && speechPanel->List1->count() > 0)
+            speechPanel->List1->setCurrentRow(0);
+        return speechPanel->listIndex();
+    });
+    dialog.exec();
+}
 
 void frmSonamark::closeEvent(QCloseEvent *event)
 {

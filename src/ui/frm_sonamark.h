@@ -74,6 +74,8 @@ private:
     void buildControls();
     void trayClicked(int button);
     void mnuFileExit_Click();
+    // "Save To MP3": the read-to-file dialog, modal.
+    void mnuFileMP3_Click();
     void mnuHelpStartup_Click();
     void mnuHelpDeskTop_Click();
     void mnuHelpPage_Click(int index);

@@ -14,46 +14,7 @@ doc="$home/letter.txt"
 pdf="$home/letter.pdf"
 printf 'Dr Smith reads the report aloud.\r\n' > "$doc"
 
-main_window() { xdotool search --onlyvisible --name '^Sonamark' 2>/dev/null | head -1; }
-# menu KEY MOVES...: opens a menu of the main window by its Alt key, moves from its first
-# entry by the keys given (Down, Up) and takes the entry reached.
-menu() {
-  local w
-  w=$(main_window) || return 1
-  xdotool windowactivate --sync "$w" key --clearmodifiers "alt+$1"
-  sleep 0.4
-  shift
-  [ $# -gt 0 ] && xdotool key "$@"
-  xdotool key Return
-}
-# file_dialog TITLE PATH: types a path into the file dialog titled TITLE.
-file_dialog() {
-  wait_for 15 managed_window_named "$1" || fail "no \"$1\" dialog"
-  xdotool windowactivate --sync "$(managed_window_named "$1")"
-  sleep 0.3
-  xdotool key ctrl+a type --delay 20 "$2"
-  xdotool key Return
-}
-
-wait_for 10 xdotool search --class trayer || fail "no tray host"
-sleep 0.5
-"$bin/sonamark" /h &
-pids+=($!)
-wait_for 15 icon_in_tray || fail "the icon did not appear in the tray host"
-# The main window through the tray menu: Options > Sonamark (enabled entries from the
-# bottom: Quit Sonamark, Cancel, Options).
-for t in $(xdotool search --class trayer); do
-  geo=$(xwininfo -tree -id "$t" | grep '("sonamark" "Sonamark")' | grep -oE '\+[0-9]+\+[0-9]+$' | head -1)
-  [ -n "$geo" ] && break
-done
-x=$(echo "$geo" | cut -d+ -f2); y=$(echo "$geo" | cut -d+ -f3)
-xdotool mousemove $((x + 8)) $((y + 8)) click 3
-sleep 1
-xdotool key Up Up Up Right
-sleep 0.4
-xdotool key Return
-wait_for 15 main_window || fail "the main window is not shown"
-sleep 1
+start_with_main_window
 
 menu f   # File > Open
 file_dialog "Open a Text File" "$doc"

@@ -17,11 +17,7 @@ keylog="$home/xev.log"
 "$bin/sonamark" /h &
 pids+=($!)
 wait_for 15 icon_in_tray || fail "the icon did not appear in the tray host"
-for t in $(xdotool search --class trayer); do
-  geo=$(xwininfo -tree -id "$t" | grep '("sonamark" "Sonamark")' | grep -oE '\+[0-9]+\+[0-9]+$' | head -1)
-  [ -n "$geo" ] && break
-done
-trayx=$(( $(echo "$geo" | cut -d+ -f2) + 8 )); trayy=$(( $(echo "$geo" | cut -d+ -f3) + 8 ))
+read -r trayx trayy < <(tray_icon_centre)
 
 xev -name keysink -geometry 300x200+100+100 > "$keylog" 2>&1 &
 pids+=($!)

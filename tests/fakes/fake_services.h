@@ -162,6 +162,11 @@ public:
     void pause() override;
     void resume() override;
     platform::SpeechStatus status() const override { return state; }
+    void setAudioOutputStream(platform::AudioOutputStream *stream) override
+    {
+        calls << (stream ? QStringLiteral("stream") : QStringLiteral("device"));
+    }
+    bool waitUntilDone(int) override { return state.RunningState == platform::kRunningDone; }
 
     // Event raisers, as the engine would call them.
     void startStream();

@@ -21,20 +21,51 @@ constexpr int kMinWordsPerMinute = 80;    // espeak-ng's slowest
 constexpr double kSlowestLength = 2.0;
 constexpr double kGapUnitsPerNormalWord = 8.6;
 constexpr int kMaxWordsPerMinute = 600;
+constexpr int kStreamStopPollMs = 5;  // while a purged stream job comes to its end
 } // namespace
 
 EspeakEngine::EspeakEngine(QObject *parent) : QObject(parent)
 {
     QPointer<EspeakEngine> self(this);
-    m_synth = std::make_unique<SynthThread>([self](SynthChunk chunk) {
+    m_synth = std::make_unique<SynthThread>([self, target = m_target](SynthChunk chunk) {
+        if (WriteToStream(*target, chunk))
+            return;
         QMetaObject::invokeMethod(self.data(), [self, chunk = std::move(chunk)] {
             if (self)
                 self->takeChunk(chunk);
         }, Qt::QueuedConnection);
     });
+    m_target->synth = m_synth.get();
     m_player = std::make_unique<PcmPlayer>(m_synth->ok() ? m_synth->sampleRate() : 22050);
     m_tick.setInterval(kTickMs);
     connect(&m_tick, &QTimer::timeout, this, &EspeakEngine::tick);
+}
+
+// On the synthesis thread: hands a chunk of the stream's job to the stream. False when
+// the chunk belongs to a spoken job.
+bool EspeakEngine::WriteToStream(StreamTarget &target, const SynthChunk &chunk)
+{
+    AudioOutputStream *stream = nullptr;
+    {
+        std::lock_guard lock(target.mutex);
+        if (!target.jobId || chunk.id != target.jobId)
+            return false;
+        if (!target.failed)
+            stream = target.stream;
+    }
+    if (stream && !chunk.pcm.isEmpty()
+        && !stream->write(reinterpret_cast<const qint16 *>(chunk.pcm.constData()), chunk.pcm.size() / 2,
+                          target.synth->sampleRate())) {
+        std::lock_guard lock(target.mutex);
+        target.failed = true;
+        target.synth->cancelAll();
+    }
+    if (chunk.last) {
+        std::lock_guard lock(target.mutex);
+        target.done = true;
+        target.finished.notify_all();
+    }
+    return true;
 }
 
 EspeakEngine::~EspeakEngine()
@@ -80,10 +111,16 @@ void EspeakEngine::speak(const QString &text, int flags)
 {
     if ((flags & kSpeakPurgeBeforeSpeak) || m_currentId)
         purge();
+    purgeStreamJob();
     if (text.isEmpty())
         return;
     if (!ok())
         throw std::runtime_error("speech engine not available");
+    AudioOutputStream *stream = nullptr;
+    {
+        std::lock_guard lock(m_target->mutex);
+        stream = m_target->stream;
+    }
     m_markup = SapiToSsml(text);
     SynthJob job;
     job.id = m_nextId++;
@@ -94,6 +131,16 @@ void EspeakEngine::speak(const QString &text, int flags)
     job.wordsPerMinute = pace.wordsPerMinute;
     job.wordGap = pace.wordGap;
     job.volume = m_volume;
+    if (stream) {
+        {
+            std::lock_guard lock(m_target->mutex);
+            m_target->jobId = job.id;
+            m_target->done = false;
+            m_target->failed = false;
+        }
+        m_synth->submit(job);
+        return;
+    }
     m_currentId = job.id;
     m_synthDone = false;
     m_paused = false;
@@ -118,6 +165,47 @@ void EspeakEngine::purge()
     m_words.clear();
     m_paused = false;
     endStream();
+}
+
+void EspeakEngine::purgeStreamJob()
+{
+    quint64 id;
+    {
+        std::lock_guard lock(m_target->mutex);
+        id = m_target->jobId;
+    }
+    if (!id)
+        return;
+    m_synth->cancelAll();
+    // A job dropped from the queue never reports its end; a running one ends at its next
+    // chunk. Either way the stream is not written to once this returns.
+    std::unique_lock lock(m_target->mutex);
+    while (!m_target->done && m_synth->isRunning(id))
+        m_target->finished.wait_for(lock, std::chrono::milliseconds(kStreamStopPollMs));
+    m_target->jobId = 0;
+    m_target->done = true;
+}
+
+void EspeakEngine::setAudioOutputStream(AudioOutputStream *stream)
+{
+    purgeStreamJob();
+    std::lock_guard lock(m_target->mutex);
+    m_target->stream = stream;
+}
+
+bool EspeakEngine::waitUntilDone(int milliseconds)
+{
+    {
+        std::unique_lock lock(m_target->mutex);
+        if (m_target->jobId) {
+            if (!m_target->finished.wait_for(lock, std::chrono::milliseconds(milliseconds),
+                                             [this] { return m_target->done; }))
+                return false;
+            m_target->jobId = 0;
+            return true;
+        }
+    }
+    return !m_currentId;
 }
 
 void EspeakEngine::endStream()
@@ -149,7 +237,12 @@ void EspeakEngine::resume()
 SpeechStatus EspeakEngine::status() const
 {
     SpeechStatus s;
-    s.RunningState = !m_currentId ? kRunningDone : m_paused ? kRunningPaused : kRunningSpeaking;
+    bool streaming;
+    {
+        std::lock_guard lock(m_target->mutex);
+        streaming = m_target->jobId && !m_target->done;
+    }
+    s.RunningState = streaming ? kRunningSpeaking : !m_currentId ? kRunningDone : m_paused ? kRunningPaused : kRunningSpeaking;
     s.InputWordPosition = m_wordPosition;
     s.NoAudioOutput = silent();
     return s;

@@ -9,7 +9,9 @@
 
 #include <QObject>
 #include <QTimer>
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 
 namespace platform::espeak {
 
@@ -36,6 +38,8 @@ public:
     void pause() override;
     void resume() override;
     SpeechStatus status() const override;
+    void setAudioOutputStream(AudioOutputStream *stream) override;
+    bool waitUntilDone(int milliseconds) override;
 
     // Speaking speed for a rate of -10 .. 10: words per minute, and below espeak-ng's
     // slowest speed a pause after each word that makes up the difference.
@@ -55,6 +59,21 @@ private:
     void tick();
     void purge();
     void endStream();
+    void purgeStreamJob();
+
+    // The stream that synthesis goes to, shared with the synthesis thread, which writes to
+    // it directly.
+    struct StreamTarget {
+        std::mutex mutex;
+        std::condition_variable finished;
+        AudioOutputStream *stream = nullptr;
+        SynthThread *synth = nullptr;
+        quint64 jobId = 0;   // the job written to the stream, 0 when none
+        bool done = true;    // its last chunk has come
+        bool failed = false; // the stream refused samples
+    };
+    static bool WriteToStream(StreamTarget &target, const SynthChunk &chunk);
+    std::shared_ptr<StreamTarget> m_target = std::make_shared<StreamTarget>();
 
     std::unique_ptr<SynthThread> m_synth;
     std::unique_ptr<PcmPlayer> m_player;

@@ -58,6 +58,8 @@ public:
     void submit(const SynthJob &job);
     // Drops queued jobs and ends the running one at its next chunk.
     void cancelAll();
+    // True while the job is being synthesised (its chunks may still come).
+    bool isRunning(quint64 id) const { return id && m_runningId == id; }
 
 private:
     void run();
