@@ -45,6 +45,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QString diagnostics;
     QTextStream diag(&diagnostics);
     platform::headless::HeadlessServices services(diag);
+    // A fuzzed macro must not reach the network or start programs.
+    platform::Services reach = platform::services();
+    reach.web = nullptr;
+    reach.desktop = nullptr;
+    platform::install(reach);
     hotkeys::HotkeyTable &t = hotkeys::table();
     t.reset();
     t.HotkeysFileName = fuzz::folder() + QStringLiteral("Hotkeys.txt");

@@ -2,8 +2,10 @@
 
 #include "engine/composition.h"
 #include "engine/control_statements.h"
+#include "engine/input_statements.h"
 #include "engine/keystrokes.h"
 #include "engine/run_state.h"
+#include "engine/web_source.h"
 #include "macro/commands.h"
 #include "shell/failure_report.h"
 
@@ -113,6 +115,27 @@ QString DoAction(int line)
         return guarded(command, [&] { return DoQUITLOOP(line); });
     case macro::CmdHOTKEY:
         return guarded(command, [&] { return DoMACRO(line); });
+    case macro::CmdSENDKEYS:
+        return guarded(command, [&] { return DoSENDKEYS(line); });
+    case macro::CmdLEFTDOWN:
+    case macro::CmdLEFTUP:
+    case macro::CmdRIGHTDOWN:
+    case macro::CmdRIGHTUP:
+        return guarded(command, [&] { return DoMOUSE(line); });
+    case macro::CmdCLICKZONE:
+        return guarded(command, [&] { return DoCLICKZONE(line); });
+    case macro::CmdKEYLOG:
+        return guarded(command, [&] { return DoKEYLOG(line); });
+    case macro::CmdSETFOCUS:
+        return guarded(command, [&] { return DoSETFOCUS(line); });
+    case macro::CmdCOMMAND:
+        return guarded(command, [&] { return DoCOMMAND(line); });
+    case macro::CmdUSERINPUT:
+        return guarded(command, [&] { return DoUSERINPUT(line); });
+    case macro::CmdYESNOCANCEL:
+        return guarded(command, [&] { return DoYESNOCANCEL(line); });
+    case macro::CmdWEBSOURCE:
+        return guarded(command, [&] { return DoWEBSOURCE(line); });
     case macro::CmdENDIF:
         return {};
     default:

@@ -1,5 +1,8 @@
 #include "engine/keystrokes.h"
 
+#include "engine/input_statements.h"
+#include "engine/interpreter.h"
+#include "engine/operands.h"
 #include "engine/run_state.h"
 #include "macro/macro_text.h"
 #include "platform/services.h"
@@ -9,6 +12,7 @@ namespace engine {
 namespace {
 
 const QString kPrintScreenToken = QStringLiteral("{PRTSC}");
+const QString kNoKeySender = QStringLiteral("Keystrokes cannot be sent: there is no display to type into");
 
 void sendKeys(const QString &notation)
 {
@@ -32,7 +36,7 @@ QString Keystrokes_Only(int index)
     if (text.isEmpty())
         return QStringLiteral("Invalid command line for sending keystrokes");
     if (!platform::services().keys)
-        return QStringLiteral("Keystrokes cannot be sent: no key sender is available in this version");
+        return kNoKeySender;
     if (!text.toUpper().contains(kPrintScreenToken)) {
         sendKeys(text);
         DoEvents();
@@ -52,14 +56,47 @@ QString Keystrokes_Only(int index)
         // The rest keeps the token, so this goes on until the user stops the macro
         // (Esc, a tray click); events run each time so that the request can arrive.
         DoEvents();
-        if (runState().AbortRequested)
-            break;
+        // Each press counts as a statement, so the run still ends by its line limit and
+        // its time-out, which the interpreter reports after this line.
+        MacroRunState &state = runState();
+        if (state.AbortRequested || ++state.LinesExecuted > kMaxLinesExecuted || MACRO_Expired())
+            return {};
         const int n = macro::Len(rest) - p + 6;
         rest = n > 0 ? macro::Right(rest, n) : QString();
         p = macro::InStr(rest, kPrintScreenToken);
     }
     if (!rest.isEmpty()) {
         sendKeys(rest);
+        DoEvents();
+    }
+    return {};
+}
+
+QString DoSENDKEYS(int line)
+{
+    QString text;
+    if (!GetFName(line, text) || text.isEmpty())
+        return QStringLiteral("Invalid format for [SENDKEYS String] statement");
+    if (!platform::services().keys)
+        return kNoKeySender;
+    macro::ReplacevbCrLf(text);
+    // Unlike a keystroke line, the cut drops the token (length - p - 6), so each
+    // "{PRTSC}" is pressed once; the search after the first is case-sensitive.
+    int p = macro::InStr(text.toUpper(), kPrintScreenToken);
+    while (p >= 1) {
+        if (p > 1) {
+            sendKeys(macro::Left(text, p - 1));
+            DoEvents();
+        }
+        pressKey(kPrintScreenKey);
+        DoEvents();
+        const int n = macro::Len(text) - p - 6;
+        text = n > 0 ? macro::Right(text, n) : QString();
+        p = macro::InStr(text, kPrintScreenToken);
+    }
+    if (!text.isEmpty()) {
+        macro::RestoreQuotes(text);
+        sendKeys(text);
         DoEvents();
     }
     return {};

@@ -8,11 +8,15 @@
 #include "platform/input_hooks.h"
 #include "platform/key_sender.h"
 #include "platform/message_window.h"
+#include "platform/mouse_sender.h"
 #include "platform/processes.h"
+#include "platform/prompts.h"
 #include "platform/reader_text.h"
 #include "platform/speech_engine.h"
 #include "platform/text_window.h"
 #include "platform/tray_icon.h"
+#include "platform/web_fetch.h"
+#include "platform/window_finder.h"
 #include "platform/word_files.h"
 
 namespace platform {
@@ -30,6 +34,10 @@ struct Services {
     SpeechEngine *speech = nullptr;
     InputHooks *inputHooks = nullptr;
     WordFiles *wordFiles = nullptr;  // .doc text; none: treated as not installed
+    MouseSender *mouse = nullptr;
+    WindowFinder *windows = nullptr;
+    Prompts *prompts = nullptr;
+    WebFetch *web = nullptr;  // [WEBSOURCE]
 };
 
 // The current set. Pointers are owned by whoever installed them and must outlive use.

@@ -15,7 +15,7 @@ constexpr char16_t kCp1252High[32] = {
     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
 };
 
-QString decodeCp1252(const QByteArray &bytes)
+QString DecodeCp1252Impl(const QByteArray &bytes)
 {
     QString out;
     out.resize(bytes.size());
@@ -30,12 +30,16 @@ QString decodeCp1252(const QByteArray &bytes)
 
 QString DecodeLegacyText(const QByteArray &bytes)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8);
+    // Stateless: bytes that end inside a UTF-8 sequence ("caf\xe9") are an error, not a
+    // silently dropped tail.
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8.decode(bytes);
     if (!utf8.hasError())
         return text;
-    return decodeCp1252(bytes);
+    return DecodeCp1252Impl(bytes);
 }
+
+QString DecodeCp1252(const QByteArray &bytes) { return DecodeCp1252Impl(bytes); }
 
 QByteArray EncodeText(const QString &text) { return text.toUtf8(); }
 

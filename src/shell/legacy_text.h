@@ -7,6 +7,8 @@
 namespace shell {
 
 QString DecodeLegacyText(const QByteArray &bytes);
+// Windows-1252 alone, for texts that say they are in it.
+QString DecodeCp1252(const QByteArray &bytes);
 QByteArray EncodeText(const QString &text);
 
 } // namespace shell

@@ -6,6 +6,7 @@
 #include "platform/qt/qt_clipboard.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_tray_icon.h"
+#include "platform/qt/qt_web_fetch.h"
 #include "platform/qt/tray_pictures.h"
 #include "platform/services.h"
 #include "reader/box_reader_text.h"
@@ -18,6 +19,7 @@
 #include "ui/frm_sonamark.h"
 #include "ui/frm_text.h"
 #include "ui/guarded_application.h"
+#include "ui/macro_prompts.h"
 #include "ui/spell_probe.h"
 #include "ui/subsystem_calls.h"
 
@@ -42,7 +44,9 @@ int main(int argc, char **argv)
     platform::espeak::EspeakEngine speech;
     platform::x11::X11InputHooks inputHooks;
     platform::AntiwordFiles wordFiles;
+    platform::QtWebFetch web;
     reader::BoxReaderText readerText;
+    ui::MacroPrompts prompts;
     platform::Services services;
     services.speech = &speech;
     services.processes = &processes;
@@ -55,6 +59,8 @@ int main(int argc, char **argv)
     services.wordFiles = &wordFiles;
     services.readerText = &readerText;
     services.inputHooks = &inputHooks;
+    services.prompts = &prompts;
+    services.web = &web;
     platform::install(services);
 
     std::unique_ptr<ui::frmSonamark> window;

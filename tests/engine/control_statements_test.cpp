@@ -22,37 +22,12 @@ QT_END_NAMESPACE
 
 namespace {
 
-class ControlTest : public EngineTest {
+class ControlTest : public MacroRunTest {
 protected:
     void TearDown() override
     {
         macro::SetDateTimeSource(nullptr);
         EngineTest::TearDown();
-    }
-    // Runs code as a macro of its own; returns RunMacro's result.
-    QString run(const QStringList &lines)
-    {
-        fakes.textWindow.text.clear();
-        return RunMacro(addMacro(QStringLiteral("M%1").arg(hotkeys::table().HotkeyCount + 1),
-                                 lines.join(QStringLiteral("\r\n"))));
-    }
-    // The numbered messages of the last report, one per entry; empty when none was shown.
-    QStringList messages() const
-    {
-        const QString &text = fakes.textWindow.text;
-        if (text.isEmpty())
-            return {};
-        const QString rule = QString(30, QLatin1Char('=')) + QStringLiteral("\r\n");
-        const qsizetype from = text.lastIndexOf(rule) + rule.size();
-        const qsizetype to = text.lastIndexOf(QStringLiteral("\r\n\r\n\r\n"));
-        return text.mid(from, to - from).split(QStringLiteral("\r\n"));
-    }
-    static QString var(const QString &name)
-    {
-        QString n = name;
-        int type = 0;
-        const QString value = macro::GetVarVal(n, type);
-        return n.isEmpty() ? QStringLiteral("<unset>") : value;
     }
     QStringList typed() const { return fakes.keys.sent; }
 };

@@ -1,9 +1,11 @@
 #pragma once
 // A clean engine with recording fakes, and a hotkeys table filled by the test.
+#include "engine/interpreter.h"
 #include "engine/macro_clock.h"
 #include "engine/run_state.h"
 #include "fakes/fake_services.h"
 #include "hotkeys/hotkeys_table.h"
+#include "macro/variables.h"
 #include "shell/app_state.h"
 #include "shell/delay.h"
 #include "shell/on_top_message.h"
@@ -40,4 +42,34 @@ protected:
         return texts;
     }
     fakes::FakeServices fakes;
+};
+
+// Runs whole macros and reads their run-time report and variables.
+class MacroRunTest : public EngineTest {
+protected:
+    // Runs code as a macro of its own; returns RunMacro's result.
+    QString run(const QStringList &lines)
+    {
+        fakes.textWindow.text.clear();
+        return engine::RunMacro(addMacro(QStringLiteral("M%1").arg(hotkeys::table().HotkeyCount + 1),
+                                 lines.join(QStringLiteral("\r\n"))));
+    }
+    // The numbered messages of the last report, one per entry; empty when none was shown.
+    QStringList messages() const
+    {
+        const QString &text = fakes.textWindow.text;
+        if (text.isEmpty())
+            return {};
+        const QString rule = QString(30, QLatin1Char('=')) + QStringLiteral("\r\n");
+        const qsizetype from = text.lastIndexOf(rule) + rule.size();
+        const qsizetype to = text.lastIndexOf(QStringLiteral("\r\n\r\n\r\n"));
+        return text.mid(from, to - from).split(QStringLiteral("\r\n"));
+    }
+    static QString var(const QString &name)
+    {
+        QString n = name;
+        int type = 0;
+        const QString value = macro::GetVarVal(n, type);
+        return n.isEmpty() ? QStringLiteral("<unset>") : value;
+    }
 };

@@ -152,6 +152,7 @@ TEST_F(EngineTest, AFaultInAStatementIsReportedAndTheMacroGoesOn)
 TEST_F(EngineTest, PrintScreenKeepsTheTokenAndGoesOnPressing)
 {
     addMacro(QStringLiteral("Shot"), QStringLiteral("x"));
+    runState().MacroStart = MacroClock();
     runState().Actions = {macro::ActionLine{QStringLiteral("ab{PRTSC}cd"), 0}};
     struct Enough {};
     int presses = 0;
@@ -176,8 +177,17 @@ TEST_F(EngineTest, PrintScreenKeepsTheTokenAndGoesOnPressing)
     runState().AbortRequested = false;
     fakes.keys.onDeliver = nullptr;
 
+    // Each press counts against the run's line limit, so a whole run still ends.
+    fakes.keys.sent.clear();
+    const int shot = addMacro(QStringLiteral("Endless shot"), QStringLiteral("[N=1]\r\n{PRTSC}\r\n[N=2]"));
+    EXPECT_EQ(RunMacro(shot), QStringLiteral("Too many lines executed"));
+    EXPECT_EQ(fakes.keys.sent.count(QStringLiteral("KEY 44")), kMaxLinesExecuted - 1);
+    EXPECT_EQ(fakes.keys.sent.size(), kMaxLinesExecuted - 1);  // nothing typed behind the last press
+
     // In lower case the token is found once, and the whole line is then typed.
     fakes.keys.sent.clear();
+    runState().LinesExecuted = 0;
+    runState().MacroStart = MacroClock();
     runState().Actions = {macro::ActionLine{QStringLiteral("ab{prtsc}cd"), 0}};
     EXPECT_EQ(Keystrokes_Only(1), QString());
     EXPECT_EQ(fakes.keys.sent, (QStringList{QStringLiteral("SENDKEYS ab"), QStringLiteral("KEY 44"),

@@ -164,6 +164,10 @@ FakeServices::FakeServices()
     set.readerText = &readerText;
     set.speech = &speech;
     set.inputHooks = &inputHooks;
+    set.mouse = &mouse;
+    set.windows = &windows;
+    set.prompts = &prompts;
+    set.web = &web;
     m_previous = platform::install(set);
 }
 

@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace fakes {
@@ -124,6 +125,89 @@ private:
     }
 };
 
+// Records each mouse event as "<flags> <absX> <absY>" (flags in hex).
+class FakeMouseSender : public platform::MouseSender {
+public:
+    QSize screen{1920, 1080};
+    QStringList events;
+    QSize screenSize() const override { return screen; }
+    void mouseEvent(int flags, int absX, int absY) override
+    {
+        events << QStringLiteral("%1 %2 %3").arg(flags, 0, 16).arg(absX).arg(absY);
+    }
+};
+
+class FakeWindowFinder : public platform::WindowFinder {
+public:
+    QStringList classes;    // windows that exist, by class
+    QStringList activated;  // classes asked for, in order
+    bool activateWindowOfClass(const QString &className) override
+    {
+        activated << className;
+        return classes.contains(className);
+    }
+};
+
+// Answers the questions from a script; a missing answer is Cancel.
+class FakePrompts : public platform::Prompts {
+public:
+    QStringList asked;             // "input <title>|<prompt>" or "edit <text>"
+    std::deque<QString> replies;   // replies in order; none left: Cancel
+    bool inputBox(const QString &title, const QString &prompt, QString &reply) override
+    {
+        asked << QStringLiteral("input ") + title + QLatin1Char('|') + prompt;
+        return take(reply);
+    }
+    bool editText(QString &text) override
+    {
+        asked << QStringLiteral("edit ") + text;
+        return take(text);
+    }
+private:
+    bool take(QString &into)
+    {
+        if (replies.empty())
+            return false;
+        into = replies.front();
+        replies.pop_front();
+        return true;
+    }
+};
+
+// Answers a fetch with a scripted response at a given look; records starts and cancels.
+class FakeWebFetch : public platform::WebFetch {
+public:
+    QList<QUrl> started;
+    int cancels = 0;
+    int looks = 0;                                  // takeResponse calls since the last start
+    std::optional<platform::WebResponse> response;  // none: the fetch never completes
+    int deliverAtLook = 1;
+    std::function<void(int look)> onLook;           // runs at each look, before the answer
+    void start(const QUrl &url) override
+    {
+        started << url;
+        looks = 0;
+        m_cancelled = false;
+    }
+    void cancel() override
+    {
+        ++cancels;
+        m_cancelled = true;
+    }
+    bool takeResponse(platform::WebResponse &out) override
+    {
+        ++looks;
+        if (onLook)
+            onLook(looks);
+        if (m_cancelled || !response || looks != deliverAtLook)
+            return false;
+        out = *response;
+        return true;
+    }
+private:
+    bool m_cancelled = false;
+};
+
 class FakeTextWindow : public platform::TextWindow {
 public:
     QString caption;
@@ -186,6 +270,10 @@ struct FakeServices {
     FakeReaderText readerText;
     FakeSpeechEngine speech;
     FakeInputHooks inputHooks;
+    FakeMouseSender mouse;
+    FakeWindowFinder windows;
+    FakePrompts prompts;
+    FakeWebFetch web;
 
     FakeServices();
     ~FakeServices();

@@ -9,7 +9,8 @@ ErrorWindow::Choice HeadlessErrorWindow::showError(const QString &errorText)
     return Choice::Continue;
 }
 
-HeadlessServices::HeadlessServices(QTextStream &diag) : keys(diag), errors(diag)
+HeadlessServices::HeadlessServices(QTextStream &diag)
+    : keys(diag), errors(diag), mouse(diag), prompts(diag)
 {
     Services set;
     set.messages = &messages;
@@ -17,6 +18,11 @@ HeadlessServices::HeadlessServices(QTextStream &diag) : keys(diag), errors(diag)
     set.keys = &keys;
     set.textWindow = &textWindow;
     set.clipboard = &clipboard;
+    set.web = &web;
+    set.mouse = &mouse;
+    set.windows = &windows;
+    set.prompts = &prompts;
+    set.desktop = &desktop;
     m_previous = install(set);
 }
 

@@ -1,11 +1,14 @@
 #pragma once
 // The set of platform implementations for running without a display (sonamark-cli):
-// keys and messages as text, a clipboard in memory, failures reported on a stream.
+// keys and messages as text, a clipboard in memory, failures reported on a stream,
+// and the real web fetch.
 #include "platform/error_window.h"
 #include "platform/clipboard.h"
+#include "platform/headless/headless_input.h"
 #include "platform/headless/headless_key_sender.h"
 #include "platform/headless/headless_messages.h"
 #include "platform/headless/headless_text_window.h"
+#include "platform/qt/qt_web_fetch.h"
 #include "platform/services.h"
 
 namespace platform::headless {
@@ -45,6 +48,11 @@ public:
     HeadlessTextWindow textWindow;
     HeadlessErrorWindow errors;
     MemoryClipboard clipboard;
+    HeadlessMouseSender mouse;
+    HeadlessWindowFinder windows;
+    HeadlessPrompts prompts;
+    HeadlessDesktop desktop;
+    QtWebFetch web;  // real fetches: [WEBSOURCE] works from the command line too
 
 private:
     Services m_previous;
