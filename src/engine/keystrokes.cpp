@@ -14,10 +14,18 @@ namespace {
 const QString kPrintScreenToken = QStringLiteral("{PRTSC}");
 const QString kNoKeySender = QStringLiteral("Keystrokes cannot be sent: there is no display to type into");
 
+// A long text is typed with events served now and then, so that Esc can stop it.
 void sendKeys(const QString &notation)
 {
-    if (platform::KeySender *keys = platform::services().keys)
-        keys->sendKeys(notation);
+    platform::KeySender *keys = platform::services().keys;
+    if (!keys)
+        return;
+    keys->keepGoing = [] {
+        DoEvents();
+        return !runState().AbortRequested;
+    };
+    keys->sendKeys(notation);
+    keys->keepGoing = nullptr;
 }
 
 void pressKey(int virtualKey)

@@ -247,3 +247,18 @@ TEST_F(InputStatementTest, YesNoCancelStoresTheAnswerAndTakesInstructionsFromThe
     EXPECT_EQ(messages(), (QStringList{"1) Line 1 Invalid question for [YESNOCANCEL Question Ans] statement",
                                        "2) Line 2 Invalid answer variable name for [YESNOCANCEL Question Ans] statement"}));
 }
+
+TEST_F(InputStatementTest, ALongTypingAsksWhetherToGoOnAndHearsTheStopRequest)
+{
+    QList<bool> answers;
+    fakes.keys.onDeliver = [&](const QString &) {
+        ASSERT_TRUE(fakes.keys.keepGoing);
+        answers << fakes.keys.keepGoing();
+        RequestAbort();  // Esc while the text is being typed
+        answers << fakes.keys.keepGoing();
+    };
+    fakes.messages.answers = {shell::MsgYes};  // "Abort macro ...?"
+    EXPECT_EQ(run({"[SENDKEYS \"a long text\"]", "never"}), "User abort");
+    EXPECT_EQ(answers, (QList<bool>{true, false}));
+    EXPECT_FALSE(fakes.keys.keepGoing);  // not left pointing into a finished run
+}
