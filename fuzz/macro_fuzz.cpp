@@ -6,6 +6,7 @@
 #include "engine/run_state.h"
 #include "fuzz_support.h"
 #include "hotkeys/hotkeys_table.h"
+#include "macro/variables.h"
 #include "platform/headless/headless_services.h"
 #include "shell/app_state.h"
 #include "shell/delay.h"
@@ -23,9 +24,9 @@ double g_now = 0;
 double fastClock()
 {
     // A macro may set its own time-out; the fuzzer keeps it short.
-    engine::MacroRunState &s = engine::runState();
-    if (s.MacroTimeout > kLongestRunSeconds)
-        s.MacroTimeout = kLongestRunSeconds;
+    double &limit = macro::variableTable().MacroTimeout;
+    if (limit > kLongestRunSeconds)
+        limit = kLongestRunSeconds;
     g_now += kSecondsPerRead;
     return g_now;
 }

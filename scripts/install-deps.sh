@@ -14,7 +14,7 @@ PACKAGES=(
   espeak-ng-data hunspell-en-us qt6-qpa-plugins libqt6multimedia6
   gstreamer1.0-plugins-base gstreamer1.0-pulseaudio
   # test and headless runs
-  bc xvfb xauth fluxbox trayer xclip xdotool x11-utils x11-apps
+  bc xvfb xauth fluxbox trayer xclip xdotool x11-utils x11-apps x11-xkb-utils
   pulseaudio pulseaudio-utils poppler-utils antiword procps imagemagick python3
   sox libsox-fmt-base ffmpeg mpg123 lame espeak-ng
 )

@@ -1,13 +1,14 @@
 #include "cli/run_command.h"
 
+#include "cli/check_command.h"
+#include "cli/macro_selection.h"
+
 #include "engine/run_timer.h"
-#include "hotkeys/hotkeys_file.h"
 #include "hotkeys/hotkeys_table.h"
 #include "platform/headless/headless_services.h"
 #include "shell/app_state.h"
 #include "shell/failure_report.h"
 
-#include <QFileInfo>
 #include <optional>
 
 namespace cli {
@@ -80,32 +81,12 @@ QString parseRunOptions(const QStringList &args, RunOptions &o)
 
 int runMacro(const RunOptions &o, QTextStream &out, QTextStream &err)
 {
-    hotkeys::HotkeyTable &table = hotkeys::table();
-    table.reset();
-    table.HotkeysFileName = QFileInfo(o.hotkeysFile).absoluteFilePath();
-    const QString loadError = hotkeys::GetHotKeys();
-    if (!loadError.isEmpty()) {
-        err << "sonamark-cli: " << o.hotkeysFile << ": " << loadError << Qt::endl;
+    if (!LoadHotkeysFile(o.hotkeysFile, err))
         return kExitUsage;
-    }
-
-    int number = 0;
-    if (o.number) {
-        number = *o.number;
-        if (number < 1 || number > table.HotkeyCount) {
-            err << "sonamark-cli: " << o.hotkeysFile << " has no macro number " << number << " (it holds "
-                << table.HotkeyCount << ")" << Qt::endl;
-            return kExitUsage;
-        }
-    } else {
-        for (int n = 1; n <= table.HotkeyCount && number == 0; ++n)
-            if (table.at(n).Description.compare(o.macroName, Qt::CaseInsensitive) == 0)
-                number = n;
-        if (number == 0) {
-            err << "sonamark-cli: Macro not found in file " << o.hotkeysFile << ": " << o.macroName << Qt::endl;
-            return kExitUsage;
-        }
-    }
+    const int number = SelectMacro(o.hotkeysFile, o.macroName, o.number, err);
+    if (number == 0)
+        return kExitUsage;
+    const hotkeys::HotkeyTable &table = hotkeys::table();
     if (!table.at(number).Active)
         err << "sonamark-cli: macro " << number << " \"" << table.at(number).Description
             << "\" is disabled; nothing runs" << Qt::endl;
@@ -134,6 +115,14 @@ int runMacro(const RunOptions &o, QTextStream &out, QTextStream &err)
 QString UsageText()
 {
     return QStringLiteral(
+        "Usage: sonamark-cli COMMAND ...   (sonamark-cli COMMAND --help for each)\n"
+        "  run       runs a macro of a Hotkeys file\n"
+        "  check     checks macros and prints their error reports\n"
+        "  format    prints a macro tidied and indented, or stores it back\n"
+        "  voices    lists the installed voices\n"
+        "  speak     speaks a text\n"
+        "  to-file   reads a text file into a WAV or MP3 file\n"
+        "\n"
         "Usage: sonamark-cli run --hotkeys FILE (--macro NAME | --number N)\n"
         "                        [--answer yes|no|cancel|ok]... [--show-messages]\n"
         "\n"
@@ -151,6 +140,10 @@ int RunCli(const QStringList &args, QTextStream &out, QTextStream &err)
         (args.isEmpty() ? err : out) << UsageText();
         return args.isEmpty() ? kExitUsage : kExitClean;
     }
+    if (args.first() == QLatin1String("check"))
+        return RunCheck(args.mid(1), out, err);
+    if (args.first() == QLatin1String("format"))
+        return RunFormat(args.mid(1), out, err);
     if (args.first() != QLatin1String("run")) {
         err << "sonamark-cli: unknown command '" << args.first() << "'\n\n" << UsageText();
         return kExitUsage;

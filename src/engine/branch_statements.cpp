@@ -31,7 +31,7 @@ QString DoIF(int line)
         return kFatal + message + kIfFrame;
 
     int ok = 0;
-    QString condition = macro::GetCond(line, ok);
+    QString condition = macro::GetCond(runState().action(line), line, ok);
     if (ok == 0)
         return kFatal + condition + kIfFrame;
     if (condition.isEmpty())
@@ -66,7 +66,7 @@ QString DoELSE(int line)
 QString DoCANCELIF(int line)
 {
     int ok = 0;
-    QString condition = macro::GetCond(line, ok);
+    QString condition = macro::GetCond(runState().action(line), line, ok);
     if (ok == 0)
         return kFatal + condition + kCancelIfFrame;
     if (condition.isEmpty())

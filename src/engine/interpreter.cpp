@@ -6,7 +6,9 @@
 #include "engine/run_hooks.h"
 #include "engine/run_report.h"
 #include "engine/run_state.h"
+#include "hotkeys/hook_state.h"
 #include "hotkeys/hotkeys_table.h"
+#include "macro/variables.h"
 #include "platform/services.h"
 #include "shell/app_state.h"
 #include "shell/on_top_message.h"
@@ -62,7 +64,7 @@ bool MACRO_Expired()
     double now = MacroClock();
     if (now < s.MacroStart)
         now += kSecondsPerDay;  // the run has crossed midnight once
-    return s.MacroStart + s.MacroTimeout < now;
+    return s.MacroStart + macro::variableTable().MacroTimeout < now;
 }
 
 QString ProcessActions(int index, QString &errorText, int &errorCount)
@@ -145,8 +147,11 @@ QString RunMacro(int index)
     if (errorCount > 0) {
         const QString listing = hasHotkeyLines ? GetAllActions() : macro.Code;
         const QString report = RuntimeReportText(index, macro.Description, listing, errorText, errorCount);
+        // Modal, inside the run: MacroRunning stays true until the user has closed it, so
+        // a hotkey meanwhile is refused instead of starting a run whose report would
+        // take its place.
         if (platform::TextWindow *window = platform::services().textWindow)
-            window->showText(kErrorReportCaption, report);
+            window->showModal(kErrorReportCaption, report);
     }
     return result;
 }
@@ -156,21 +161,19 @@ void InitMacroVars()
     MacroRunState &s = runState();
     s.OpenFileCount = 0;
     s.LinesExecuted = 0;
-    s.VarCount = 0;
-    ResetVariableTable();
-    s.LoopSlotCount = 0;
+    ResetVariableTable();  // the time limit too
     ResetLoopSlots();
     s.AbortRequested = false;
     s.WaitInProgress = false;
-    s.KeyLogActive = false;
-    s.KeyLogText.clear();
-    s.ClickZoneWaiting = s.ClickZoneHit = s.ClickZoneTrap = false;
-    s.ClickX = s.ClickY = 0;
-    s.ClickZoneXmin = s.ClickZoneYmin = s.ClickZoneXmax = s.ClickZoneYmax = 0;
+    hotkeys::HookState &h = hotkeys::hookState();
+    h.KeyLogActive = false;
+    h.KeyLogText.clear();
+    h.ClickZoneWaiting = h.ClickZoneHit = h.ClickZoneTrap = false;
+    h.ClickX = h.ClickY = 0;
+    h.ClickZoneXmin = h.ClickZoneYmin = h.ClickZoneXmax = h.ClickZoneYmax = 0;
     s.NextLine = 1;
     s.LastLine = s.ActionCount();
     s.MacroStart = MacroClock();
-    s.MacroTimeout = kDefaultMacroTimeout;
 }
 
 void CloseAll()
@@ -195,9 +198,10 @@ void FinishRunningMacro()
     ReleaseMacroMouseHook();
     MacroRunState &s = runState();
     s.MacroRunning = false;
-    s.KeyLogText.clear();
-    s.KeyLogActive = false;
-    s.ClickZoneWaiting = false;
+    hotkeys::HookState &h = hotkeys::hookState();
+    h.KeyLogText.clear();
+    h.KeyLogActive = false;
+    h.ClickZoneWaiting = false;
     s.WaitInProgress = false;
     s.AbortRequested = false;
     RunningStateChanged();

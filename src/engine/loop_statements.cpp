@@ -75,7 +75,7 @@ QString DoLOOP(int line)
         return message;
 
     int ok = 0;
-    QString condition = macro::GetCond(line, ok);
+    QString condition = macro::GetCond(runState().action(line), line, ok);
     if (ok == 0)
         return condition;
     // A sequence has been set up by GetCond: its first value is in the variable.

@@ -34,9 +34,9 @@ void mouseEvent(int flag, double absX, double absY)
 // The click-zone fields are cleared and the hooks told that no click is awaited.
 void endClickZone()
 {
-    MacroRunState &s = runState();
-    s.ClickZoneWaiting = false;
-    s.ClickZoneHit = false;
+    hotkeys::HookState &h = hotkeys::hookState();
+    h.ClickZoneWaiting = false;
+    h.ClickZoneHit = false;
     hotkeys::UnhookMouse();
     hotkeys::UpdateHookPlan();
 }
@@ -111,8 +111,8 @@ QString SetCLICKZONEParms(int line, QString &xVar, QString &yVar)
 {
     xVar.clear();
     yVar.clear();
-    MacroRunState &s = runState();
-    QString text = s.action(line).Text;
+    hotkeys::HookState &s = hotkeys::hookState();
+    QString text = runState().action(line).Text;
     if (text.endsWith(QLatin1String(" TRUE]"), Qt::CaseInsensitive))
         s.ClickZoneTrap = true;
     else if (text.endsWith(QLatin1String(" FALSE]"), Qt::CaseInsensitive))
@@ -161,9 +161,10 @@ QString DoCLICKZONE(int line)
         endClickZone();
         return QStringLiteral("FATAL ERROR ") + message;
     }
-    MacroRunState &s = runState();
-    s.ClickZoneWaiting = true;
-    s.ClickZoneHit = false;
+    const MacroRunState &s = runState();
+    hotkeys::HookState &h = hotkeys::hookState();
+    h.ClickZoneWaiting = true;
+    h.ClickZoneHit = false;
     hotkeys::UpdateHookPlan();
     for (;;) {
         shell::Delay(kClickZonePollSeconds);
@@ -177,11 +178,11 @@ QString DoCLICKZONE(int line)
             endClickZone();
             return QStringLiteral("Macro timed out");
         }
-        if (s.ClickZoneHit) {
+        if (h.ClickZoneHit) {
             endClickZone();
             if (!xVar.isEmpty() && !yVar.isEmpty()) {
-                macro::SetVarVal(xVar, double(s.ClickX));
-                macro::SetVarVal(yVar, double(s.ClickY));
+                macro::SetVarVal(xVar, double(h.ClickX));
+                macro::SetVarVal(yVar, double(h.ClickY));
             }
             return {};
         }
@@ -200,7 +201,7 @@ QString DoKEYLOG(int line)
         return QStringLiteral("Invalid format") + kKeyLog;
     if (!macro::IsVarName(operand))
         return QStringLiteral("Invalid variable format") + kKeyLog;
-    MacroRunState &s = runState();
+    hotkeys::HookState &s = hotkeys::hookState();
     const bool reset = operand.compare(QLatin1String("RESET"), Qt::CaseInsensitive) == 0;
     if (!s.KeyLogActive) {
         s.KeyLogText.clear();

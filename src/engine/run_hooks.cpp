@@ -1,5 +1,7 @@
 #include "engine/run_hooks.h"
 
+#include "hotkeys/hotkey_status.h"
+
 #include "hotkeys/hook_state.h"
 #include "hotkeys/input_hooks.h"
 #include "macro/sequences.h"
@@ -34,7 +36,11 @@ void ReleaseMacroMouseHook()
 
 void RunningStateChanged() { hotkeys::UpdateHookPlan(); }
 
-QString CheckWholeMacro(const QString &) { return {}; }
+QString CheckWholeMacro(const QString &code)
+{
+    QString text = code;
+    return hotkeys::HotkeyStatus(text);
+}
 
 ReaderState SaveReaderState()
 {

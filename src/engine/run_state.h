@@ -1,12 +1,12 @@
 #pragma once
-// The single state of a running macro. Only one macro runs at a time.
+// The single state of a running macro. Only one macro runs at a time. The language keeps
+// its own part (variables and the time limit, sequence slots) in macro/, the hooks keep
+// what they collect for [KEYLOG] and [CLICKZONE] in hotkeys::HookState.
 #include "macro/actions.h"
 
 #include <QString>
 
 namespace engine {
-
-inline constexpr double kDefaultMacroTimeout = 10800.0;  // seconds (three hours)
 
 struct MacroRunState {
     macro::ActionList Actions;   // the parsed macro, line n at Actions[n-1]
@@ -14,20 +14,10 @@ struct MacroRunState {
     int NextLine = 1;            // first line of the next pass; written by every jump
     int LastLine = 0;            // last line of a pass
     double MacroStart = 0;       // seconds since midnight when the run started
-    double MacroTimeout = kDefaultMacroTimeout;
     bool WaitInProgress = false;  // [WAIT] sleeping: the time-out test is suspended
     bool MacroRunning = false;
     bool AbortRequested = false;  // the abort latch (Esc, tray click, Stop button)
-    int VarCount = 0;
     int OpenFileCount = 0;
-    int LoopSlotCount = 0;
-    bool KeyLogActive = false;
-    QString KeyLogText;
-    bool ClickZoneWaiting = false;
-    bool ClickZoneHit = false;
-    bool ClickZoneTrap = false;
-    float ClickX = 0, ClickY = 0;
-    float ClickZoneXmin = 0, ClickZoneYmin = 0, ClickZoneXmax = 0, ClickZoneYmax = 0;
 
     int ActionCount() const { return static_cast<int>(Actions.size()); }
     // Line by 1-based number; outside 1..ActionCount throws std::out_of_range.

@@ -4,6 +4,7 @@
 #include "platform/input_hooks.h"
 
 #include <QRect>
+#include <QSet>
 #include <QString>
 
 namespace hotkeys {
@@ -33,6 +34,16 @@ struct HookState {
     bool MousePointCapture = false;  // the editor waits for a screen point
     QRect PointCaptureExcluded;      // the editor's own window, where clicks are not taken
     bool WebFetchActive = false;     // a [WEBSOURCE] fetch that Esc cancels
+    QSet<QString> TakenHotkeysTold;  // upper-case notations said to be held by another program
+
+    // What a running macro has the hooks collect.
+    bool KeyLogActive = false;  // [KEYLOG]: keys pressed go into KeyLogText
+    QString KeyLogText;
+    bool ClickZoneWaiting = false;  // [CLICKZONE] waits for a click in the zone
+    bool ClickZoneHit = false;
+    bool ClickZoneTrap = false;     // a click in the zone is swallowed
+    float ClickX = 0, ClickY = 0;   // the last click taken (point capture or zone)
+    float ClickZoneXmin = 0, ClickZoneYmin = 0, ClickZoneXmax = 0, ClickZoneYmax = 0;
 
     void reset() { *this = HookState(); }
 };

@@ -1,7 +1,5 @@
 #include "hotkeys/input_hooks.h"
 
-#include "engine/run_state.h"
-#include "engine/run_timer.h"
 #include "hotkeys/hook_state.h"
 #include "hotkeys/hotkeys_table.h"
 #include "hotkeys/key_names.h"
@@ -15,6 +13,7 @@
 
 #include <QLoggingCategory>
 #include <QSet>
+#include <QStringList>
 #include <QTime>
 
 Q_LOGGING_CATEGORY(lcHooks, "sonamark.hooks", QtWarningMsg)
@@ -26,6 +25,7 @@ namespace {
 constexpr int kLastVirtualKey = 254;
 constexpr int kLowerCaseOffset = 32;  // key number to its letter without Shift
 
+MacroRunner g_runner;
 std::function<void()> g_startRunTimer;
 std::function<void()> g_cancelWebFetch;
 std::function<double()> g_clock;
@@ -33,6 +33,8 @@ std::function<double()> g_clock;
 platform::InputHooks *hooks() { return platform::services().inputHooks; }
 
 bool HotkeysOn() { return shell::settings().HotkeysEnabledOpt == QLatin1String("1"); }
+
+bool MacroRunning() { return g_runner.running && g_runner.running(); }
 
 bool IsLeftModifier(int key)
 {
@@ -69,6 +71,7 @@ bool RecordKey(int key)
 
 } // namespace
 
+void SetMacroRunner(MacroRunner runner) { g_runner = std::move(runner); }
 void SetRunTimerStarter(std::function<void()> start) { g_startRunTimer = std::move(start); }
 void SetWebFetchCanceller(std::function<void()> cancel) { g_cancelWebFetch = std::move(cancel); }
 void SetRecordingClock(std::function<double()> clock) { g_clock = std::move(clock); }
@@ -93,6 +96,9 @@ bool HookKeyboard()
         };
         port->onMouse = [](const platform::MouseEvent &event) {
             shell::Guarded("(Module) modKeyboardHook::Function MouseCallback", [&] { MouseCallback(event); });
+        };
+        port->onHotkeysTaken = [](const QList<platform::KeyCombination> &taken) {
+            shell::Guarded("(Module) modKeyboardHook::Sub HotkeysTaken", [&] { HotkeysTaken(taken); });
         };
         UpdateHookPlan();
     }
@@ -120,10 +126,37 @@ void UnhookMouse()
     hookState().MouseHooked = false;
 }
 
+void HotkeysTaken(const QList<platform::KeyCombination> &taken)
+{
+    HookState &h = hookState();
+    const HotkeyTable &t = table();
+    QStringList named;
+    for (const platform::KeyCombination &key : taken) {
+        const QString notation =
+            LitString(KeyWithPrefixes(key.virtualKey, key.control, key.alt, key.shift), key.shift).toUpper();
+        if (notation.isEmpty() || h.TakenHotkeysTold.contains(notation))
+            continue;
+        for (int number = 1; number <= t.HotkeyCount; ++number) {
+            const Hotkey &macro = t.at(number);
+            if (macro.Active && macro.Keys.toUpper() == notation) {
+                h.TakenHotkeysTold.insert(notation);
+                named << macro.Keys + QStringLiteral("   ") + macro.Description;
+            }
+        }
+    }
+    if (named.isEmpty())
+        return;
+    qCWarning(lcHooks) << "hotkeys held by another program:" << named;
+    shell::MsgBoxOT(QStringLiteral("Another program holds these hotkeys for itself:\r\n\r\n") + named.join(QStringLiteral("\r\n"))
+                        + QStringLiteral("\r\n\r\nTheir macros still run, but the keys reach that program too. "
+                                         "Give the macros other keys, or free the keys in that program."),
+                    0, QStringLiteral("HotKeys"));
+}
+
 bool KeyboardCallback(const platform::KeyEvent &event)
 {
     HookState &h = hookState();
-    const bool running = engine::runState().MacroRunning;
+    const bool running = MacroRunning();
     if (!(HotkeysOn() || h.MacroRecording || running || h.HotkeyCapture))
         return false;
     h.KeyEvent = event;
@@ -138,14 +171,14 @@ bool KeyboardCallback(const platform::KeyEvent &event)
 bool IsHooked(int key)
 {
     HookState &h = hookState();
-    engine::MacroRunState &run = engine::runState();
+    const bool running = MacroRunning();
     if (!h.KeyboardHookExists)
         return false;
     if (!h.KeyEvent.isDown(key))
         return false;  // a release is never swallowed
     if (h.MacroRecording)
         return RecordKey(key);
-    if (!HotkeysOn() && !run.MacroRunning && !h.HotkeyCapture)
+    if (!HotkeysOn() && !running && !h.HotkeyCapture)
         return false;
     if (IsLeftModifier(key))
         return false;
@@ -156,12 +189,13 @@ bool IsHooked(int key)
         h.CapturedKey = LitString(KeyWithPrefixes(key, h.CtrlDown, h.AltDown, h.ShiftDown), h.ShiftDown);
         return true;
     }
-    if (run.MacroRunning) {
+    if (running) {
         // The key number read as a letter: right for letters, by design for the rest.
-        if (run.KeyLogActive)
-            run.KeyLogText += QChar(h.ShiftDown ? key : key + kLowerCaseOffset);
+        if (h.KeyLogActive)
+            h.KeyLogText += QChar(h.ShiftDown ? key : key + kLowerCaseOffset);
         if (!h.AltDown && !h.CtrlDown && key == platform::vk::Escape) {
-            run.AbortRequested = true;
+            if (g_runner.requestAbort)
+                g_runner.requestAbort();
             if (h.WebFetchActive) {
                 h.WebFetchActive = false;
                 if (g_cancelWebFetch)
@@ -171,9 +205,9 @@ bool IsHooked(int key)
         }
     }
     const int index = GetHotkeyIndex(h.CtrlDown, h.AltDown, h.ShiftDown, key);
-    if (index == 0)
+    if (index == 0 || !g_runner.processHotkey)
         return false;
-    const QString message = engine::ProcessHotkey(index);
+    const QString message = g_runner.processHotkey(index);
     if (!message.isEmpty()) {
         shell::MsgBoxOT(message, 0, QStringLiteral("HotKeys"));
         return false;
@@ -194,21 +228,20 @@ bool MouseCallback(const platform::MouseEvent &event)
 bool IsMouseHooked(int message, int x, int y)
 {
     HookState &h = hookState();
-    engine::MacroRunState &run = engine::runState();
-    if (h.MousePointCapture && run.ClickX == kNoClick) {
+    if (h.MousePointCapture && h.ClickX == kNoClick) {
         if (!h.PointCaptureExcluded.contains(x, y)) {
-            run.ClickX = float(x);
-            run.ClickY = float(y);
+            h.ClickX = float(x);
+            h.ClickY = float(y);
             UpdateHookPlan();
             return true;
         }
     }
-    if (run.ClickZoneWaiting) {
-        run.ClickX = float(x);
-        run.ClickY = float(y);
-        if (x >= run.ClickZoneXmin && x <= run.ClickZoneXmax && y >= run.ClickZoneYmin && y <= run.ClickZoneYmax) {
-            run.ClickZoneHit = true;
-            if (run.ClickZoneTrap)
+    if (h.ClickZoneWaiting) {
+        h.ClickX = float(x);
+        h.ClickY = float(y);
+        if (x >= h.ClickZoneXmin && x <= h.ClickZoneXmax && y >= h.ClickZoneYmin && y <= h.ClickZoneYmax) {
+            h.ClickZoneHit = true;
+            if (h.ClickZoneTrap)
                 return true;
         }
     }
@@ -228,7 +261,7 @@ platform::KeyPlan CurrentKeyPlan()
 {
     platform::KeyPlan plan;
     const HookState &h = hookState();
-    const bool running = engine::runState().MacroRunning;
+    const bool running = MacroRunning();
     if (!h.KeyboardHooked || h.MacroRecording || !(HotkeysOn() || running || h.HotkeyCapture))
         return plan;
     if (h.HotkeyCapture) {
@@ -262,12 +295,11 @@ platform::ClickPlan CurrentClickPlan()
 {
     platform::ClickPlan plan;
     const HookState &h = hookState();
-    const engine::MacroRunState &run = engine::runState();
-    plan.pointCapture = h.MousePointCapture && run.ClickX == kNoClick;
+    plan.pointCapture = h.MousePointCapture && h.ClickX == kNoClick;
     plan.excluded = h.PointCaptureExcluded;
-    plan.trapZone = run.ClickZoneWaiting && run.ClickZoneTrap;
-    plan.zone = QRect(QPoint(int(run.ClickZoneXmin), int(run.ClickZoneYmin)),
-                      QPoint(int(run.ClickZoneXmax), int(run.ClickZoneYmax)));
+    plan.trapZone = h.ClickZoneWaiting && h.ClickZoneTrap;
+    plan.zone = QRect(QPoint(int(h.ClickZoneXmin), int(h.ClickZoneYmin)),
+                      QPoint(int(h.ClickZoneXmax), int(h.ClickZoneYmax)));
     return plan;
 }
 

@@ -4,6 +4,7 @@
 // must be swallowed it decides by itself, from the plans sent by UpdateHookPlan.
 #include "platform/input_hooks.h"
 
+#include <QString>
 #include <functional>
 
 namespace hotkeys {
@@ -19,6 +20,11 @@ void UnhookMouse();
 bool KeyboardCallback(const platform::KeyEvent &event);
 bool MouseCallback(const platform::MouseEvent &event);
 
+// The hooks found hotkeys that another program holds: one message (title "HotKeys")
+// names those of the enabled macros not named before, with their macros, and says what
+// it means. Each hotkey is named once in a session.
+void HotkeysTaken(const QList<platform::KeyCombination> &taken);
+
 // The decisions (KeyEvent / MouseEvent of the hook state hold the event).
 bool IsHooked(int virtualKey);
 bool IsMouseHooked(int message, int x, int y);
@@ -31,6 +37,16 @@ platform::ClickPlan CurrentClickPlan();
 // Sends both plans to the hooks; call after any change of the state they depend on
 // (the table, the Hotkeys option, a run's start and end, captures, click zones).
 void UpdateHookPlan();
+
+// The macro runner above the hooks, which installs itself here. Unset members answer
+// that no macro runs, let Esc abort nothing and give a hotkey no macro.
+struct MacroRunner {
+    std::function<bool()> running;      // a macro is running now
+    std::function<void()> requestAbort;  // Esc while it runs: set its abort latch
+    // Records macro index (1-based) for RunTimer: "" or the message to show.
+    std::function<QString(int index)> processHotkey;
+};
+void SetMacroRunner(MacroRunner runner);
 
 // Enables the main window's RunTimer (one-shot start of PendingHotkey).
 void SetRunTimerStarter(std::function<void()> start);

@@ -1,8 +1,8 @@
 #include "macro/actions.h"
 
-#include "hotkeys/tidyup.h"
 #include "macro/commands.h"
 #include "macro/macro_text.h"
+#include "macro/tidyup.h"
 
 namespace macro {
 
@@ -21,7 +21,7 @@ bool CutMacroLines(const QString &code, ActionList &lines)
 {
     lines.clear();
     QString text = code;
-    hotkeys::TidyupCode(text);
+    TidyupCode(text);
     if (text.isEmpty() || text == kCrLf)
         return false;
     if (!text.endsWith(kCrLf))

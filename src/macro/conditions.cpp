@@ -1,6 +1,5 @@
 #include "macro/conditions.h"
 
-#include "engine/run_state.h"
 #include "macro/commands.h"
 #include "macro/expressions.h"
 #include "macro/macro_text.h"
@@ -208,10 +207,9 @@ QString startSequence(int index, const QString &cond, int &state)
 
 } // namespace
 
-QString GetCond(int index, int &state)
+QString GetCond(const ActionLine &action, int index, int &state)
 {
     state = 0;
-    const macro::ActionLine &action = engine::runState().action(index);
     const QString &line = action.Text;
     switch (action.Command) {
     case CmdIF:

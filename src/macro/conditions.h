@@ -7,15 +7,18 @@
 // values with the first connector and ignores the rest, with no AND-before-OR
 // precedence. [IF A=1 AND B=2 AND C=3] does not look at C; a macro nests instead:
 // [IF (A=1 AND B=2) AND C=3].
+#include "macro/actions.h"
+
 #include <QString>
 
 namespace macro {
 
-// The condition of the [IF ...], [CANCEL IF ...] or [LOOP ...] line at action index
-// (1-based), blanks removed by RemoveSpaces; a sequence loop's first entry also takes a
-// slot and sets the loop variable to the first value. state is 1 when a condition or
-// a started sequence is returned, 0 with a message.
-QString GetCond(int index, int &state);
+// The condition of the [IF ...], [CANCEL IF ...] or [LOOP ...] line action, which
+// stands at action index (1-based), blanks removed by RemoveSpaces; a sequence loop's
+// first entry also takes a slot for index and sets the loop variable to the first
+// value. state is 1 when a condition or a started sequence is returned, 0 with a
+// message.
+QString GetCond(const ActionLine &action, int index, int &state);
 // "TRUE", "FALSE" or a message; on a message the condition is emptied.
 QString TestCond(QString &condition);
 // 1 when the comparison term holds, 0 otherwise; message "" on success.

@@ -1,6 +1,5 @@
 #include "macro/sequences.h"
 
-#include "engine/run_state.h"
 #include "macro/macro_text.h"
 #include "macro/number_format.h"
 #include "macro/variables.h"
@@ -196,7 +195,7 @@ QString Token2(const QString &list)
 
 bool LoopSequence(int line, int &slot)
 {
-    const int inUse = engine::runState().LoopSlotCount;
+    const int inUse = g_store.LoopSlotCount;
     for (int n = 1; n <= inUse && n <= g_store.upperBound(); ++n) {
         if (g_store.slot(n).LoopSeqLine == line) {
             slot = n;
@@ -209,7 +208,7 @@ bool LoopSequence(int line, int &slot)
 
 void SetNextLOOPIndex(int &slot)
 {
-    int &inUse = engine::runState().LoopSlotCount;
+    int &inUse = g_store.LoopSlotCount;
     if (inUse > 0) {
         for (int n = 1; n <= g_store.upperBound() - 1; ++n) {
             if (g_store.slot(n).LoopSeqCount == 0) {
@@ -225,7 +224,7 @@ void SetNextLOOPIndex(int &slot)
 
 void ResetLoopSequence(int slot)
 {
-    int &inUse = engine::runState().LoopSlotCount;
+    int &inUse = g_store.LoopSlotCount;
     if (inUse > 0)
         --inUse;
     if (slot >= 1 && slot <= g_store.upperBound())

@@ -17,16 +17,17 @@ struct SequenceSlot {
     QList<double> LoopSeqValues;
 };
 
-// The slots, 1-based; how many are in use is the run state's LoopSlotCount.
+// The slots, 1-based, and how many of them are in use.
 struct SequenceStore {
     QList<SequenceSlot> entries;
+    int LoopSlotCount = 0;  // slots taken by running sequences
     int upperBound() const { return static_cast<int>(entries.size()); }
     SequenceSlot &slot(int n) { return entries[n - 1]; }
-    void reset() { entries.clear(); }
+    void reset() { *this = SequenceStore(); }
 };
 
 SequenceStore &sequenceStore();
-// Drops every slot. Called at each run's start (LoopSlotCount is cleared with it).
+// Drops every slot and clears LoopSlotCount. Called at each run's start.
 void ResetSequences();
 
 // True when the condition has the shape "Name=digits , - .": no parentheses, no

@@ -1,6 +1,5 @@
 #include "macro/variables.h"
 
-#include "engine/run_state.h"
 #include "macro/macro_text.h"
 #include "macro/number_format.h"
 #include "platform/services.h"
@@ -114,11 +113,7 @@ QString Value::toText() const { return isDouble ? GeneralFormat(number) : text; 
 
 double Value::toNumber() const { return isDouble ? number : Val1(text); }
 
-void VariableTable::reset()
-{
-    MacroVars.clear();
-    byUpperName.clear();
-}
+void VariableTable::reset() { *this = VariableTable(); }
 
 VariableTable &variableTable() { return g_table; }
 
@@ -155,7 +150,7 @@ void SetVarVal(const QString &name, int type, const Value &value)
     if (is(up, "TIMEOUT")) {
         const double minutes = value.toNumber();
         if (minutes > 0)
-            engine::runState().MacroTimeout = minutes * kSecondsPerMinute;
+            g_table.MacroTimeout = minutes * kSecondsPerMinute;
         else
             qCDebug(lcVars) << "TIMEOUT not changed by" << minutes;
         return;
@@ -249,7 +244,7 @@ QString CurrentTimeText() { return now().time().toString(QLatin1String(kTimeForm
 
 float TimerSeconds() { return static_cast<float>(shell::SecondsSinceMidnight()); }
 
-double TimeoutMinutes() { return engine::runState().MacroTimeout / kSecondsPerMinute; }
+double TimeoutMinutes() { return g_table.MacroTimeout / kSecondsPerMinute; }
 
 QString ReaderTextValue()
 {

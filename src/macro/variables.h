@@ -26,6 +26,7 @@ inline constexpr int kTypeNumber = 0;
 inline constexpr int kTypeString = 1;
 inline constexpr const char *kDateFormat = "yyyy-MM-dd";
 inline constexpr const char *kTimeFormat = "HH:mm:ss";
+inline constexpr double kDefaultMacroTimeout = 10800.0;  // seconds (three hours)
 
 // "" when text is a variable name (every character from "A" to "z" by code; the
 // empty text passes); otherwise the message, built with caption ("LHS ", ...).
@@ -54,17 +55,20 @@ struct MacroVar {
     Value VarValue;
 };
 
-// The variables of one macro run, 1-based in the language, index 0 here.
+// The variables of one macro run, 1-based in the language, index 0 here, and the run's
+// time limit, which TIMEOUT reads and writes.
 struct VariableTable {
     QList<MacroVar> MacroVars;
     QHash<QString, int> byUpperName;  // upper-cased name -> index into MacroVars
+    double MacroTimeout = kDefaultMacroTimeout;  // seconds
 
     int VarCount() const { return static_cast<int>(MacroVars.size()); }
     void reset();
 };
 
 VariableTable &variableTable();
-// Clears the table (VarCount 0). Called at each run's start.
+// Clears the table (VarCount 0) and sets the default time limit. Called at each run's
+// start.
 void ResetVariables();
 
 // Stores or creates a variable; the special names act as tabled above. A string's

@@ -102,6 +102,10 @@ public:
     // Set by the logic; called on the GUI thread for every observed event.
     std::function<void(const KeyEvent &)> onKey;
     std::function<void(const MouseEvent &)> onMouse;
+    // Set by the logic; called on the GUI thread with the hotkeys of a plan that another
+    // program holds for itself. Their presses are still observed, but they reach that
+    // program too.
+    std::function<void(const QList<KeyCombination> &)> onHotkeysTaken;
 };
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #pragma once
 // Port: the always-on-top message window (frmAOTMsg) and the small notice (frmPopup).
 #include <QString>
+#include <functional>
 
 namespace platform {
 
@@ -19,13 +20,17 @@ public:
     // Shows the window modally and returns the answer (1 Yes, -1 No, -2 Cancel, -3 OK).
     virtual int showModal(const MessageSpec &request) = 0;
     // Shows the window without modality and returns at once. The window reports its
-    // answer through shell::SetMsgResult when a button is pressed or its count-down ends.
+    // answer through answered when a button is pressed or its count-down ends.
     virtual void showModeless(const MessageSpec &request) = 0;
     // Unloads a modeless window that is still open; its unload gives the default answer.
     virtual void unload() = 0;
     // frmPopup: shows a borderless notice until hidePopup.
     virtual void showPopup(const QString &text) = 0;
     virtual void hidePopup() = 0;
+
+    // Takes the answer of a modeless window (1 Yes, -1 No, -2 Cancel, -3 OK); the caller
+    // sets it before showModeless.
+    std::function<void(int answer)> answered;
 };
 
 } // namespace platform

@@ -1,7 +1,5 @@
 #include "reader/clipboard_monitor.h"
 
-#include "engine/clipboard_command.h"
-#include "engine/run_state.h"
 #include "platform/services.h"
 #include "reader/clip_store.h"
 #include "reader/tray_menu_forms.h"
@@ -21,6 +19,10 @@ const QString kIdleText = QStringLiteral("Sonamark - Idle");
 const QString kMonitoringText = QStringLiteral("Monitoring Clipboard..");
 const QString kMonitoringTip = QStringLiteral("Monitoring the Clipboard");
 const QString kNotMonitoringTip = QStringLiteral("Not monitoring the Clipboard");
+
+MacroRunner g_runner;
+
+bool MacroRunning() { return g_runner.running && g_runner.running(); }
 
 platform::Clipboard &Clipboard()
 {
@@ -64,6 +66,8 @@ bool g_inTimer1 = false;  // a tick that lets events run is not entered again
 
 } // namespace
 
+void SetMacroRunner(MacroRunner runner) { g_runner = std::move(runner); }
+
 MonitorState &monitor()
 {
     static MonitorState state;
@@ -104,7 +108,7 @@ void Timer3_Timer()
 {
     // A clipboard held by another program costs one tick; the next one tries again.
     try {
-        if (engine::PollClipboardCommand())
+        if (g_runner.pollClipboardCommand && g_runner.pollClipboardCommand())
             return;
         const QString text = Clipboard().text();
         if (text.isEmpty() || IsInClipStore(text))
@@ -151,7 +155,7 @@ void cmdClipToggle_Click()
         const QString text = clipboard.text();
         if (text.isEmpty() || m.SkipClipPrompt) {
             m.SkipClipPrompt = false;
-        } else if (engine::runState().MacroRunning) {
+        } else if (MacroRunning()) {
             clipboard.clear();
         } else {
             shell::MsgBoxOT(view->spellClipMode() ? QStringLiteral("Would you like to spellcheck the clipboard now?")

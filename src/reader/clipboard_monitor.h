@@ -4,6 +4,7 @@
 // it; collecting (Timer3 and Timer5, every second) leaves the clipboard alone, stores new
 // text and pictures in the clip store, and recognises the clipboard command.
 #include <QString>
+#include <functional>
 
 namespace reader {
 
@@ -23,6 +24,15 @@ struct MonitorState {
 };
 
 MonitorState &monitor();
+
+// The macro runner above the monitor, which installs itself here. Unset members answer
+// that no macro runs and that the clipboard holds no command.
+struct MacroRunner {
+    std::function<bool()> running;  // a macro is running now
+    // Timer3's look for the clipboard command: true when one was taken and run.
+    std::function<bool()> pollClipboardCommand;
+};
+void SetMacroRunner(MacroRunner runner);
 
 // "Monitoring Clipboard.." or "Sonamark - Idle".
 QString MonitorStatusText();

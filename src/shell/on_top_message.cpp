@@ -78,6 +78,7 @@ void MsgBoxOT(const QString &text, int type, const QString &title, double timeou
     request.timeout = timeout;
     const double start = SecondsSinceMidnight();
     const double deadline = start + timeout + 1;
+    window->answered = SetMsgResult;
     window->showModeless(request);
     while (state.MsgResult == MsgNone) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, kWaitSliceMs);

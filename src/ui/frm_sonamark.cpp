@@ -12,6 +12,7 @@
 #include "shell/settings.h"
 #include "shell/startup.h"
 #include "reader/date_panel.h"
+#include "reader/help_menu.h"
 #include "reader/clip_store.h"
 #include "reader/tray_menu_forms.h"
 #include "ui/clip_controls.h"
@@ -158,9 +159,14 @@ void frmSonamark::buildMenus()
     for (int i = 0; i < int(std::size(kHelpPages)); ++i)
         connect(instructions->addAction(QLatin1String(kHelpPages[i])), &QAction::triggered, this,
                 [this, i] { mnuHelpPage_Click(i + 1); });
-    later(help, QStringLiteral("XML Support"));
+    connect(help->addAction(QStringLiteral("XML Support")), &QAction::triggered, this,
+            [] { shell::Guarded("(Form) frmSonamark::Sub mnuHelpXML_Click", [] { reader::mnuHelpXML_Click(); }); });
     connect(help->addAction(QStringLiteral("Email Sonamark Support")), &QAction::triggered, this,
             &frmSonamark::mnuHelpEmail_Click);
+    connect(help->addAction(QStringLiteral("Sonamark Web Site")), &QAction::triggered, this, [] {
+        shell::Guarded("(Form) frmSonamark::Sub mnuHelpWebSite_Click",
+                       [] { reader::LaunchSonamarkWebSite(reader::kWebSiteUrl); });
+    });
     connect(help->addAction(QStringLiteral("Add Sonamark Icon To DeskTop")), &QAction::triggered, this,
             &frmSonamark::mnuHelpDeskTop_Click);
     connect(help->addAction(QStringLiteral("Run Sonamark at Startup")), &QAction::triggered, this,

@@ -50,4 +50,14 @@ void TextWindows::showText(const QString &caption, const QString &text)
     m_window->txtText->setFocus();
 }
 
+void TextWindows::showModal(const QString &caption, const QString &text)
+{
+    // A window of its own: a report shown while another is open never replaces it.
+    frmText window;
+    window.setAttribute(Qt::WA_DeleteOnClose, false);
+    window.setContent(caption, text);
+    window.txtText->setFocus();
+    window.exec();
+}
+
 } // namespace ui

@@ -22,6 +22,7 @@ class TextWindows : public platform::TextWindow {
 public:
     ~TextWindows() override;
     void showText(const QString &caption, const QString &text) override;
+    void showModal(const QString &caption, const QString &text) override;
 private:
     QPointer<frmText> m_window;
 };

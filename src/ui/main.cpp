@@ -12,6 +12,9 @@
 #include "reader/box_reader_text.h"
 #include "reader/exceptions.h"
 #include "platform/x11/x11_input_hooks.h"
+#include "platform/x11/x11_key_sender.h"
+#include "platform/x11/x11_mouse_sender.h"
+#include "platform/x11/x11_window_finder.h"
 #include "shell/failure_report.h"
 #include "shell/startup.h"
 #include "ui/frm_aot_msg.h"
@@ -43,6 +46,9 @@ int main(int argc, char **argv)
     ui::TextWindows textWindow;
     platform::espeak::EspeakEngine speech;
     platform::x11::X11InputHooks inputHooks;
+    platform::x11::X11KeySender keys;
+    platform::x11::X11MouseSender mouse;
+    platform::x11::X11WindowFinder windows;
     platform::AntiwordFiles wordFiles;
     platform::QtWebFetch web;
     reader::BoxReaderText readerText;
@@ -59,6 +65,9 @@ int main(int argc, char **argv)
     services.wordFiles = &wordFiles;
     services.readerText = &readerText;
     services.inputHooks = &inputHooks;
+    services.keys = &keys;
+    services.mouse = &mouse;
+    services.windows = &windows;
     services.prompts = &prompts;
     services.web = &web;
     platform::install(services);

@@ -4,6 +4,7 @@
 #include "engine/run_hooks.h"
 #include "engine/run_state.h"
 #include "engine/run_timer.h"
+#include "engine/runner_links.h"
 #include "hotkeys/hook_state.h"
 #include "hotkeys/hotkeys_file.h"
 #include "hotkeys/input_hooks.h"
@@ -64,6 +65,7 @@ void SetLanguageTables()
 
 void ConnectMacroRunner(frmSonamark *window)
 {
+    engine::ConnectRunner();
     engine::SetStatusTextSink([window](const QString &text) { window->setStatusText(text); });
     engine::CommandLineUi commandUi;
     commandUi.hideMainWindow = [window] { window->hide(); };

@@ -20,7 +20,8 @@ void UnhookKeyboard();
 void LoadHotkeysTable();
 // SetCommands and SetNonPrint: the tables of the macro language.
 void SetLanguageTables();
-// Gives the macro runner the window's status panel and hide/edit operations.
+// Connects the macro runner to the hooks and the clipboard monitor, and gives it the
+// window's status panel and hide/edit operations.
 void ConnectMacroRunner(frmSonamark *window);
 // A click on the tray icon while a macro runs asks it to stop, and while a macro is
 // recorded ends the recording (true: nothing else to do).

@@ -31,6 +31,15 @@ focus_sink() { xdotool windowactivate --sync "$sink" >/dev/null 2>&1; sleep 0.3;
 # received KEYSYM: how many presses of KEYSYM reached xev
 received() { grep -A2 '^KeyPress' "$keylog" | grep -c "keysym 0x[0-9a-f]*, $1)"; }
 released() { grep -A2 '^KeyRelease' "$keylog" | grep -c "keysym 0x[0-9a-f]*, $1)"; }
+closed() { ! managed_window_named "$1" >/dev/null; }
+# dismiss TITLE: presses the default button of the message titled TITLE. The message is
+# given the input focus directly: the window manager does not activate a window while a
+# modal one of the same program is open.
+dismiss() {
+  sleep 0.3
+  xdotool windowfocus --sync "$(managed_window_named "$1")" key --clearmodifiers Return
+  wait_for 10 closed "$1" || fail "the \"$1\" message did not close"
+}
 
 focus_sink
 "$keys" down Control_R down Alt_L tap k up Alt_L up Control_R
@@ -52,6 +61,10 @@ managed_window_named "ERROR REPORT" >/dev/null && fail "the macro did not wait"
 focus_sink
 start=$(date +%s.%N)
 "$keys" tap Escape
+# The swallowed Esc also restarts RunTimer while the hotkey's macro is still pending and
+# running: "A macro is already running" comes up, over the report or just before it.
+wait_for 10 managed_window_named "Run Macro" || fail "Esc brought up no \"A macro is already running\""
+dismiss "Run Macro"
 wait_for 10 managed_window_named "ERROR REPORT" || fail "Esc did not end the macro's [WAIT 30]"
 elapsed=$(echo "$(date +%s.%N) - $start" | bc)
 [ "$(received k)" = 1 ] || fail "the hotkey's k reached the other window"
@@ -60,6 +73,18 @@ elapsed=$(echo "$(date +%s.%N) - $start" | bc)
 [ "$(released Control_L)" = 1 ] || fail "the release of left Ctrl was swallowed"
 echo "ok - a hotkey typed into another window runs its macro and is swallowed; its releases pass"
 echo "ok - Esc ends the macro's wait after ${elapsed}s and is swallowed"
+
+# The report is modal: the run lasts until the user closes it, so Esc is still the
+# macro's and brings up "A macro is already running" again.
+focus_sink
+"$keys" tap Escape
+wait_for 10 managed_window_named "Run Macro" || fail "the run ended before its report was closed"
+[ "$(received Escape)" = 1 ] || fail "Esc reached the other window while the report was open"
+dismiss "Run Macro"
+managed_window_named "ERROR REPORT" >/dev/null || fail "the report closed with the message"
+xdotool windowfocus --sync "$(managed_window_named "ERROR REPORT")" key --clearmodifiers alt+F4
+wait_for 10 closed "ERROR REPORT" || fail "the report window did not close"
+echo "ok - the run lasts while its report is open"
 
 sleep 0.5
 focus_sink

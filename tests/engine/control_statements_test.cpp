@@ -7,6 +7,7 @@
 #include "engine/macro_clock.h"
 #include "engine/structure_search.h"
 #include "macro/actions.h"
+#include "macro/sequences.h"
 #include "macro/statement_check.h"
 #include "macro/variables.h"
 
@@ -110,7 +111,7 @@ TEST_F(ControlTest, SequenceLoopTakesValuesInOrderAndKeepsTheLast)
     EXPECT_EQ(var("S"), "312");
     EXPECT_EQ(var("I"), "2");
     EXPECT_EQ(typed(), keys({"done"}));
-    EXPECT_EQ(runState().LoopSlotCount, 0);
+    EXPECT_EQ(macro::sequenceStore().LoopSlotCount, 0);
 }
 
 TEST_F(ControlTest, NestedSequenceLoopsRestartTheInnerOneOnReEntry)
@@ -184,7 +185,7 @@ TEST_F(ControlTest, AssignmentsOfNumbersStringsAndSpecialNames)
     EXPECT_EQ(var("Z"), "14");
     EXPECT_EQ(var("S"), "ab");
     EXPECT_EQ(var("U"), "AB14");
-    EXPECT_EQ(runState().MacroTimeout, 300.0);
+    EXPECT_EQ(macro::variableTable().MacroTimeout, 300.0);
 }
 
 TEST_F(ControlTest, AssignmentMessagesAreFatal)

@@ -3,6 +3,7 @@
 #include "engine/interpreter.h"
 #include "engine/macro_clock.h"
 #include "engine/run_state.h"
+#include "engine/runner_links.h"
 #include "fakes/fake_services.h"
 #include "hotkeys/hotkeys_table.h"
 #include "macro/variables.h"
@@ -19,6 +20,7 @@ protected:
         hotkeys::table().reset();
         hotkeys::table().HotkeysFileName = QStringLiteral("/data/Hotkeys.txt");
         engine::runState().reset();
+        engine::ConnectRunner();
         shell::app().reset();
     }
     void TearDown() override

@@ -5,6 +5,7 @@
 #include "engine/interpreter.h"
 #include "engine/keystrokes.h"
 #include "engine/macro_clock.h"
+#include "engine/run_timer.h"
 
 #include <stdexcept>
 
@@ -48,6 +49,29 @@ TEST_F(EngineTest, RuntimeReportListsNumberedMessages)
                              + "1) Line 1 " + NotAvailableMessage(14) + "\r\n2) Line 3 " + NotAvailableMessage(17)
                              + "\r\n\r\n\r\nThere were 2 error messages";
     EXPECT_EQ(fakes.textWindow.text, expected);
+}
+
+TEST_F(EngineTest, RuntimeReportIsModalAndTheRunLastsUntilItIsClosed)
+{
+    const int n = addMacro(QStringLiteral("Two"), QStringLiteral("[SPELLCHECK]\r\n[PRINTSELECTED]"));
+    addMacro(QStringLiteral("Other"), QStringLiteral("zz"));
+    bool runningWhileOpen = false;
+    fakes.textWindow.whileModal = [&] {
+        runningWhileOpen = runState().MacroRunning;
+        // The user presses the other macro's hotkey while reading the report.
+        shell::app().PendingHotkey = 2;
+        RunTimer_Timer();
+    };
+    EXPECT_EQ(RunMacro(n), QString());
+    EXPECT_EQ(fakes.textWindow.modalShows, 1);
+    EXPECT_TRUE(runningWhileOpen);
+    // The second macro was refused: nothing typed, and the report was not replaced.
+    EXPECT_TRUE(fakes.keys.sent.isEmpty());
+    EXPECT_EQ(fakes.textWindow.shows, 1);
+    EXPECT_TRUE(fakes.textWindow.text.contains(QStringLiteral("Runtime Error Report for Hotkey 1 \"Two\"")));
+    ASSERT_EQ(fakes.messages.shown.size(), 1);
+    EXPECT_EQ(fakes.messages.shown[0].text, QStringLiteral("A macro is already running\r\n"));
+    EXPECT_FALSE(runState().MacroRunning);
 }
 
 TEST_F(EngineTest, FatalMessageEndsTheRunWithAReportAndNoResult)

@@ -23,15 +23,15 @@ void FakeMessageWindow::showModeless(const platform::MessageSpec &request)
 {
     shown << request;
     m_openType = request.type;
-    if (!answers.empty())
-        shell::SetMsgResult(nextAnswer(request.type));
+    if (!answers.empty() && answered)
+        answered(nextAnswer(request.type));
 }
 
 void FakeMessageWindow::unload()
 {
     ++unloads;
-    if (m_openType >= 0)
-        shell::SetMsgResult(shell::DefaultAnswer(m_openType));
+    if (m_openType >= 0 && answered)
+        answered(shell::DefaultAnswer(m_openType));
     m_openType = -1;
 }
 

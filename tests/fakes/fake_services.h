@@ -102,8 +102,9 @@ public:
     QStringList opened;     // URLs
     QStringList started;    // "program arg1 arg2"
     bool canStart = true;
+    bool canOpen = true;  // what openUrl answers
     std::function<void()> whileRunning;  // runs inside runAndWait
-    bool openUrl(const QString &url) override { opened << url; return true; }
+    bool openUrl(const QString &url) override { opened << url; return canOpen; }
     bool startDetached(const QString &program, const QStringList &args, const QString &) override;
     bool runAndWait(const QString &program, const QStringList &args, const QString &) override;
 };
@@ -212,8 +213,17 @@ class FakeTextWindow : public platform::TextWindow {
 public:
     QString caption;
     QString text;
-    int shows = 0;
+    int shows = 0;       // texts shown either way
+    int modalShows = 0;  // of them, shown modally
+    std::function<void()> whileModal;  // runs while a modal window is open
     void showText(const QString &c, const QString &t) override { caption = c; text = t; ++shows; }
+    void showModal(const QString &c, const QString &t) override
+    {
+        showText(c, t);
+        ++modalShows;
+        if (whileModal)
+            whileModal();
+    }
 };
 
 class FakeReaderText : public platform::ReaderText {

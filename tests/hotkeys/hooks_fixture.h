@@ -2,6 +2,7 @@
 // Hooks installed on the fake: a hotkeys table filled by the test, hotkeys on, and a
 // recording window with plain fields.
 #include "engine/run_state.h"
+#include "engine/runner_links.h"
 #include "fakes/fake_services.h"
 #include "hotkeys/hook_state.h"
 #include "hotkeys/hotkeys_table.h"
@@ -40,6 +41,7 @@ protected:
         engine::runState().reset();
         shell::app().reset();
         hotkeys::hookState().reset();
+        engine::ConnectRunner();
         shell::settings().HotkeysEnabledOpt = QStringLiteral("1");
         hotkeys::SetRunTimerStarter([this] { ++runTimerStarts; });
         hotkeys::SetRecordingWindow(&window);

@@ -45,6 +45,31 @@ TEST_F(HooksTest, ADisabledMacroIsPassedOverForALaterOneWithTheSameKeys)
     EXPECT_EQ(GetHotkeyIndex(true, false, false, kK), 0);
 }
 
+TEST_F(HooksTest, HotkeysHeldByAnotherProgramAreNamedOnceWithTheirMacros)
+{
+    addMacro(QStringLiteral("^%k"));
+    addMacro(QStringLiteral("^A"));
+    addMacro(QStringLiteral("^B"), /*active*/ false);
+    ASSERT_TRUE(fakes.inputHooks.onHotkeysTaken);
+    const platform::KeyCombination ctrlAltK{kK, true, true, false}, ctrlA{kA, true, false, false},
+        ctrlB{'B', true, false, false};
+    fakes.inputHooks.onHotkeysTaken({ctrlAltK});
+    ASSERT_EQ(fakes.messages.shown.size(), 1);
+    EXPECT_EQ(fakes.messages.shown[0].title, QStringLiteral("HotKeys"));
+    EXPECT_TRUE(fakes.messages.shown[0].text.startsWith(
+        QStringLiteral("Another program holds these hotkeys for itself:\r\n\r\n^%k   M1\r\n\r\n")))
+        << fakes.messages.shown[0].text.toStdString();
+    EXPECT_TRUE(fakes.messages.shown[0].text.contains(QStringLiteral("the keys reach that program too")));
+    // Told already, or a disabled macro's: nothing more to say.
+    fakes.inputHooks.onHotkeysTaken({ctrlAltK, ctrlB});
+    EXPECT_EQ(fakes.messages.shown.size(), 1);
+    fakes.inputHooks.onHotkeysTaken({ctrlAltK, ctrlA});
+    ASSERT_EQ(fakes.messages.shown.size(), 2);
+    EXPECT_TRUE(fakes.messages.shown[1].text.contains(QStringLiteral(":\r\n\r\n^A   M2\r\n\r\n")))
+        << fakes.messages.shown[1].text.toStdString();
+    EXPECT_FALSE(fakes.messages.shown[1].text.contains(QStringLiteral("^%k")));
+}
+
 TEST_F(HooksTest, EscAbortsARunningMacroOnlyWithoutAltOrCtrl)
 {
     engine::runState().MacroRunning = true;
@@ -104,13 +129,12 @@ TEST_F(HooksTest, EscCancelsAWebFetch)
 
 TEST_F(HooksTest, KeyLogTakesTheKeyNumberAsALetter)
 {
-    engine::MacroRunState &run = engine::runState();
-    run.MacroRunning = true;
-    run.KeyLogActive = true;
+    engine::runState().MacroRunning = true;
+    hookState().KeyLogActive = true;
     fakes.inputHooks.press('H', false, false, true);
     fakes.inputHooks.press('I');
     fakes.inputHooks.press('1');  // 49 + 32: "Q", by design
-    EXPECT_EQ(run.KeyLogText, QStringLiteral("HiQ"));
+    EXPECT_EQ(hookState().KeyLogText, QStringLiteral("HiQ"));
     EXPECT_FALSE(fakes.inputHooks.lastSwallowed);
 }
 

@@ -166,21 +166,21 @@ TEST_F(HooksTest, PointCaptureTakesOneClickOutsideTheEditor)
 {
     hookState().MousePointCapture = true;
     hookState().PointCaptureExcluded = QRect(0, 0, 100, 100);
-    engine::runState().ClickX = kNoClick;
+    hookState().ClickX = kNoClick;
     UpdateHookPlan();
     EXPECT_TRUE(fakes.inputHooks.clickPlan.pointCapture);
     EXPECT_FALSE(MouseCallback({mouse::LeftDown, 50, 50}));
     EXPECT_TRUE(MouseCallback({mouse::LeftDown, 300, 40}));
-    EXPECT_EQ(engine::runState().ClickX, 300.f);
-    EXPECT_EQ(engine::runState().ClickY, 40.f);
+    EXPECT_EQ(hookState().ClickX, 300.f);
+    EXPECT_EQ(hookState().ClickY, 40.f);
     EXPECT_FALSE(fakes.inputHooks.clickPlan.pointCapture);
     EXPECT_FALSE(MouseCallback({mouse::LeftDown, 400, 40}));
-    EXPECT_EQ(engine::runState().ClickX, 300.f);
+    EXPECT_EQ(hookState().ClickX, 300.f);
 }
 
 TEST_F(HooksTest, AClickZoneHitIsSwallowedOnlyWithTrap)
 {
-    engine::MacroRunState &run = engine::runState();
+    HookState &run = hookState();
     run.ClickZoneWaiting = true;
     run.ClickZoneXmin = 10, run.ClickZoneYmin = 10, run.ClickZoneXmax = 20, run.ClickZoneYmax = 20;
     EXPECT_FALSE(MouseCallback({mouse::LeftDown, 21, 15}));

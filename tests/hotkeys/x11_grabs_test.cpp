@@ -68,6 +68,28 @@ TEST(X11Grabs, TheDecisionOnThePressUsesTheLeftModifiersOnly)
     EXPECT_FALSE(ConsumesKey(plan, vk::LeftControl, true, false, false));
 }
 
+TEST(X11Grabs, AHotkeyIsTakenOnlyWhenAGrabOfItsOwnModifiersIsRefused)
+{
+    KeyPlan plan;
+    const KeyCombination ctrlA{'A', true, false, false}, esc{vk::Escape, false, false, false};
+    plan.hotkeys = {ctrlA};
+    plan.escape = true;
+    const struct {
+        const char *what;
+        GrabSet refused;
+        QList<KeyCombination> taken;
+    } rows[] = {
+        {"nothing refused", {}, {}},
+        {"Ctrl+A", {{kCodeA, ControlMask}}, {ctrlA}},
+        {"Ctrl+A with NumLock on, on the second keycode", {{kCodeA2, ControlMask | kNumLock}}, {ctrlA}},
+        {"only Ctrl+Alt+A", {{kCodeA, ControlMask | Mod1Mask}}, {}},
+        {"plain A", {{kCodeA, 0}}, {}},
+        {"Esc", {{kCodeEsc, 0}}, {}},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(TakenHotkeys(row.refused, plan, Keys(), kMasks), row.taken) << row.what;
+}
+
 TEST(X11Keys, KeysymsAndVirtualKeysMatch)
 {
     EXPECT_EQ(VirtualKeyOfKeysym(XK_a), 'A');

@@ -144,9 +144,9 @@ TEST_F(LanguageTest, SlotsAreReusedBelowTheUpperBound)
     Token(QStringLiteral("2"), second);
     EXPECT_EQ(first, 1);
     EXPECT_EQ(second, 2);
-    EXPECT_EQ(engine::runState().LoopSlotCount, 2);
+    EXPECT_EQ(sequenceStore().LoopSlotCount, 2);
     ResetLoopSequence(first);
-    EXPECT_EQ(engine::runState().LoopSlotCount, 1);
+    EXPECT_EQ(sequenceStore().LoopSlotCount, 1);
     int again = 0;
     SetNextLOOPIndex(again);
     EXPECT_EQ(again, 1);
@@ -172,16 +172,16 @@ TEST_F(LanguageTest, GetCondTakesTheConditionOrStartsASequence)
         {"[LOOP I=1-3,7]", CmdLOOP, "I=1-3,7", 1},
     };
     for (const Row &r : rows) {
-        engine::runState().Actions = {ActionLine{QString::fromLatin1(r.line), r.command}};
+        const ActionLine action{QString::fromLatin1(r.line), r.command};
         int state = -1;
-        EXPECT_EQ(GetCond(1, state), QString::fromLatin1(r.result)) << r.line;
+        EXPECT_EQ(GetCond(action, 1, state), QString::fromLatin1(r.result)) << r.line;
         EXPECT_EQ(state, r.state) << r.line;
     }
     // The last row started a sequence: its slot holds the values, I the first.
     int slot = 0;
     ASSERT_TRUE(LoopSequence(1, slot));
     EXPECT_EQ(sequenceStore().slot(slot).LoopSeqValues, (QList<double>{1, 2, 3, 7}));
-    EXPECT_EQ(engine::runState().LoopSlotCount, 1);
+    EXPECT_EQ(sequenceStore().LoopSlotCount, 1);
     int type = -1;
     QString name = QStringLiteral("I");
     EXPECT_EQ(GetVarVal(name, type), QStringLiteral("1"));

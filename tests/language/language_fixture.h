@@ -1,7 +1,6 @@
 #pragma once
 // A macro run's surroundings for language tests: fake platform, a fixed clock and date,
 // the default time limit, and a small set of variables.
-#include "engine/run_state.h"
 #include "fakes/fake_services.h"
 #include "macro/sequences.h"
 #include "macro/variables.h"
@@ -19,7 +18,6 @@ protected:
 
     void SetUp() override
     {
-        engine::runState().reset();
         macro::ResetVariables();
         macro::ResetSequences();
         shell::SetMessageClock([] { return kClockSeconds; });
@@ -49,7 +47,6 @@ protected:
         macro::SetDateTimeSource(nullptr);
         macro::ResetVariables();
         macro::ResetSequences();
-        engine::runState().reset();
     }
 };
 

@@ -106,12 +106,12 @@ TEST_F(LanguageTest, TimeoutIsReadInMinutesAndStoredInSeconds)
     int type = -1;
     EXPECT_EQ(read(QStringLiteral("TIMEOUT"), type), QStringLiteral("180"));
     SetVarVal(QStringLiteral("timeout"), 90.0);
-    EXPECT_EQ(engine::runState().MacroTimeout, 5400.0);
+    EXPECT_EQ(variableTable().MacroTimeout, 5400.0);
     EXPECT_EQ(read(QStringLiteral("TIMEOUT"), type), QStringLiteral("90"));
     EXPECT_EQ(type, kTypeNumber);
     SetVarVal(QStringLiteral("TIMEOUT"), 0.0);
     SetVarVal(QStringLiteral("TIMEOUT"), QStringLiteral("-3"));
-    EXPECT_EQ(engine::runState().MacroTimeout, 5400.0);
+    EXPECT_EQ(variableTable().MacroTimeout, 5400.0);
     EXPECT_EQ(GetVarIndex(QStringLiteral("TIMEOUT")), 0);
 }
 

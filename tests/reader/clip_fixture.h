@@ -3,6 +3,7 @@
 // the menus, the toggle, the timers and the text box.
 #include "fakes/fake_services.h"
 #include "engine/run_state.h"
+#include "engine/runner_links.h"
 #include "reader/clip_store.h"
 #include "reader/clipboard_monitor.h"
 #include "reader/tray_menu_forms.h"
@@ -83,6 +84,7 @@ protected:
         shell::app().reset();
         shell::settings().reset();
         engine::runState().MacroRunning = false;
+        engine::ConnectRunner();
         reader::clipStore().reset();
         reader::monitor().reset();
         view.clipboard = &fx.clipboard;

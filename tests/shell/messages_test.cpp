@@ -1,5 +1,7 @@
 #include "shell_fixture.h"
 
+#include "platform/headless/headless_messages.h"
+#include "platform/services.h"
 #include "shell/delay.h"
 #include "shell/on_top_message.h"
 
@@ -79,6 +81,25 @@ TEST_F(MessagesTest, AnsweredTimedMessageReturnsAtOnce)
     shell::MsgBoxOT(QStringLiteral("Run?"), 1, QStringLiteral("T"), 30);
     EXPECT_EQ(app().MsgResult, shell::MsgYes);
     EXPECT_EQ(fx.messages.unloads, 0);
+}
+
+TEST_F(MessagesTest, HeadlessTimedMessageAnswersFromItsList)
+{
+    // The CLI's window: a listed answer, then the default (No) once the list is used up.
+    platform::headless::HeadlessMessageWindow headless;
+    headless.answers = {shell::MsgYes};
+    platform::Services withHeadless = platform::services();
+    withHeadless.messages = &headless;
+    platform::install(withHeadless);
+    double now = 1000;
+    shell::SetMessageClock([&] { return now += 0.25; });
+    shell::MsgBoxOT(QStringLiteral("Run?"), 2, QStringLiteral("T"), 30);
+    EXPECT_EQ(app().MsgResult, shell::MsgYes);
+    shell::MsgBoxOT(QStringLiteral("Again?"), 2, QStringLiteral("T"), 30);
+    EXPECT_EQ(app().MsgResult, shell::MsgNo);
+    EXPECT_EQ(headless.shown.size(), 2);
+    withHeadless.messages = &fx.messages;
+    platform::install(withHeadless);
 }
 
 TEST(MessageLayout, LineCountAndChoice)

@@ -164,6 +164,23 @@ TEST_F(StartupTest, StartupEntryIsAddedAndRemoved)
     qunsetenv("XDG_CONFIG_HOME");
 }
 
+TEST_F(StartupTest, DesktopIconHandsTheProgramADroppedFile)
+{
+    const QByteArray home = qgetenv("HOME"), config = qgetenv("XDG_CONFIG_HOME");
+    qputenv("HOME", dir.path().toUtf8());
+    qputenv("XDG_CONFIG_HOME", (dir.path() + "/config").toUtf8());  // no user-dirs.dirs: ~/Desktop
+    shell::AddDesktopEntry(QStringLiteral("/opt/s/sonamark"));
+    qputenv("HOME", home);
+    if (config.isEmpty())
+        qunsetenv("XDG_CONFIG_HOME");
+    else
+        qputenv("XDG_CONFIG_HOME", config);
+    QFile f(dir.path() + "/Desktop/sonamark.desktop");
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(f.readAll().contains("Exec=/opt/s/sonamark %f\n"));
+    EXPECT_TRUE(f.permissions() & QFile::ExeOwner);
+}
+
 TEST_F(StartupTest, UnusableDataFolderIsNamedAndStopsStartUp)
 {
     qputenv("SONAMARK_HOME", "/dev/null/sonamark");

@@ -1,4 +1,5 @@
 #include "fakes/fake_services.h"
+#include "hotkeys/hotkeys_table.h"
 #include "shell/app_state.h"
 #include "shell/settings.h"
 #include "ui/frm_sonamark.h"
@@ -6,7 +7,10 @@
 
 #include <QComboBox>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QSlider>
+#include <QTemporaryDir>
 #include <QKeyEvent>
 #include <QApplication>
 #include <QTextEdit>
@@ -49,6 +53,26 @@ TEST_F(MainWindowTest, FormLoadShowsIdleIconAndKeepsWindowHidden)
     EXPECT_FALSE(app().OptionsDirty);
 }
 
+TEST_F(MainWindowTest, TheHotkeysFileIsLoadedOnlyWithTheKeyboardHookInPlace)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString file = dir.filePath(QStringLiteral("Hotkeys.txt"));
+    QFile out(file);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write("\"<Hotkeys Macros v1.2>\"\r\n#TRUE#,\"^%k\",\"Waiter\",\"[WAIT 30]\"\r\n");
+    out.close();
+    for (const bool hooked : {false, true}) {
+        hotkeys::table().reset();
+        shell::settings().HotkeysFileOpt = file;
+        fx.inputHooks.keyboardAvailable = hooked;
+        ui::frmSonamark window(&fx.tray);
+        window.Form_Load();
+        EXPECT_EQ(hotkeys::table().HotkeyCount, hooked ? 1 : 0) << hooked;
+    }
+    hotkeys::table().reset();
+}
+
 TEST_F(MainWindowTest, NoNotificationAreaGivesUp)
 {
     fx.tray.available = false;
@@ -58,6 +82,30 @@ TEST_F(MainWindowTest, NoNotificationAreaGivesUp)
     EXPECT_FALSE(fx.tray.shown);
     ASSERT_EQ(fx.messages.shown.size(), 1);
     EXPECT_EQ(fx.messages.shown[0].text, "FATAL ERROR there is no taskbar currently available. Aborting.\r\n");
+}
+
+TEST_F(MainWindowTest, HelpMenuEntriesAreInOrderAndEnabled)
+{
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    QMenu *help = nullptr;
+    for (QAction *entry : window.menuBar()->actions())
+        if (entry->text() == QLatin1String("&Help"))
+            help = entry->menu();
+    ASSERT_NE(help, nullptr);
+    QStringList captions;
+    QAction *webSite = nullptr;
+    for (QAction *entry : help->actions()) {
+        captions << entry->text();
+        EXPECT_TRUE(entry->isEnabled()) << entry->text().toStdString();
+        if (entry->text() == QLatin1String("Sonamark Web Site"))
+            webSite = entry;
+    }
+    EXPECT_EQ(captions, (QStringList{"Instructions", "XML Support", "Email Sonamark Support", "Sonamark Web Site",
+                                     "Add Sonamark Icon To DeskTop", "Run Sonamark at Startup", "About"}));
+    ASSERT_NE(webSite, nullptr);
+    webSite->trigger();
+    EXPECT_EQ(fx.desktop.opened, QStringList{QStringLiteral("https://sonamark.org/")});
 }
 
 TEST_F(MainWindowTest, StatusTipIsCutAt64)

@@ -1,7 +1,5 @@
 #include "platform/headless/headless_messages.h"
 
-#include "shell/on_top_message.h"
-
 namespace platform::headless {
 
 int HeadlessMessageWindow::nextAnswer(const MessageSpec &request)
@@ -24,13 +22,15 @@ int HeadlessMessageWindow::showModal(const MessageSpec &request) { return nextAn
 void HeadlessMessageWindow::showModeless(const MessageSpec &request)
 {
     m_modelessOpen = true;
-    shell::SetMsgResult(nextAnswer(request));
+    const int answer = nextAnswer(request);
+    if (answered)
+        answered(answer);
 }
 
 void HeadlessMessageWindow::unload()
 {
-    if (m_modelessOpen)
-        shell::SetMsgResult(kDefaultAnswer);
+    if (m_modelessOpen && answered)
+        answered(kDefaultAnswer);
     m_modelessOpen = false;
 }
 

@@ -14,6 +14,8 @@ public:
     };
     QList<Shown> shown;
     void showText(const QString &caption, const QString &text) override { shown << Shown{caption, text}; }
+    // Nobody is there to close it: it is kept like any other text.
+    void showModal(const QString &caption, const QString &text) override { shown << Shown{caption, text}; }
 };
 
 } // namespace platform::headless

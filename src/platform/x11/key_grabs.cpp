@@ -52,4 +52,25 @@ GrabSet GrabsForPlan(const KeyPlan &plan, const KeycodeTable &keys, const Modifi
     return grabs;
 }
 
+QList<KeyCombination> TakenHotkeys(const GrabSet &refused, const KeyPlan &plan, const KeycodeTable &keys,
+                                   const ModifierMasks &masks)
+{
+    QList<KeyCombination> taken;
+    if (refused.empty())
+        return taken;
+    const std::vector<unsigned> locks = LockCombinations(masks);
+    for (const KeyCombination &key : plan.hotkeys) {
+        const unsigned exact = (key.control ? masks.control : 0) | (key.alt ? masks.alt : 0)
+                               | (key.shift ? masks.shift : 0);
+        bool held = false;
+        for (int code = 0; code < int(keys.size()) && !held; ++code)
+            if (keys[code] == key.virtualKey)
+                for (unsigned lock : locks)
+                    held = held || refused.count({code, exact | lock}) > 0;
+        if (held)
+            taken << key;
+    }
+    return taken;
+}
+
 } // namespace platform::x11

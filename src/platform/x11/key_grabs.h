@@ -26,4 +26,10 @@ using GrabSet = std::set<std::pair<int, unsigned>>;
 // press is left to ConsumesKey with the left keys' real state.
 GrabSet GrabsForPlan(const KeyPlan &plan, const KeycodeTable &keys, const ModifierMasks &masks);
 
+// The hotkeys of the plan that another program holds: those with a refused grab of
+// exactly their own modifiers (in any lock state). A refused grab with more modifiers
+// held than the hotkey needs only costs that variant.
+QList<KeyCombination> TakenHotkeys(const GrabSet &refused, const KeyPlan &plan, const KeycodeTable &keys,
+                                   const ModifierMasks &masks);
+
 } // namespace platform::x11

@@ -10,6 +10,7 @@
 
 #include <X11/XKBlib.h>
 #include <X11/Xlib.h>
+#include <X11/Xproto.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XInput2.h>
 #include <X11/extensions/XTest.h>
@@ -22,6 +23,7 @@
 #include <atomic>
 #include <bitset>
 #include <cstring>
+#include <map>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -36,13 +38,37 @@ constexpr int kXiMajor = 2, kXiMinor = 2;
 constexpr unsigned kButtonMasks = Button1Mask | Button2Mask | Button3Mask | Button4Mask | Button5Mask;
 
 // Grab failures (another program holds the combination) are expected: they are counted,
-// never fatal. Xlib's default handler would end the process.
+// never fatal. Xlib's default handler would end the process. A refused key grab is kept
+// by its request's serial, so that the hooks can tell which hotkey it was.
 std::atomic<int> g_xErrors{0};
-int CountXError(Display *, XErrorEvent *error)
+std::mutex g_refusedMutex;
+std::vector<std::pair<Display *, unsigned long>> g_refusedGrabs;
+int CountXError(Display *display, XErrorEvent *error)
 {
     ++g_xErrors;
     qCDebug(lcX11Hooks) << "X error" << int(error->error_code) << "on request" << int(error->request_code);
+    if (error->request_code == X_GrabKey && error->error_code == BadAccess) {
+        std::lock_guard lock(g_refusedMutex);
+        g_refusedGrabs.emplace_back(display, error->serial);
+    }
     return 0;
+}
+
+// The grabs among requests (serial -> grab) that the server refused on display.
+GrabSet TakeRefusedGrabs(Display *display, const std::map<unsigned long, std::pair<int, unsigned>> &requests)
+{
+    GrabSet refused;
+    std::lock_guard lock(g_refusedMutex);
+    for (auto it = g_refusedGrabs.begin(); it != g_refusedGrabs.end();) {
+        if (it->first != display) {
+            ++it;
+            continue;
+        }
+        if (const auto request = requests.find(it->second); request != requests.end())
+            refused.insert(request->second);
+        it = g_refusedGrabs.erase(it);
+    }
+    return refused;
 }
 
 } // namespace
@@ -465,9 +491,13 @@ void X11InputHooks::Worker::applyKeyGrabs()
         if (!wanted.count({code, mods}))
             XUngrabKey(m_display, code, mods, m_root);
     const int errorsBefore = g_xErrors;
-    for (const auto &[code, mods] : wanted)
-        if (!m_grabbed.count({code, mods}))
+    std::map<unsigned long, std::pair<int, unsigned>> requests;  // serial -> grab
+    for (const auto &[code, mods] : wanted) {
+        if (!m_grabbed.count({code, mods})) {
+            requests[NextRequest(m_display)] = {code, mods};
             XGrabKey(m_display, code, mods, m_root, False, GrabModeAsync, GrabModeSync);
+        }
+    }
     m_grabbed = wanted;
     if (m_keyPlan.everyKey != m_keyboardGrabbed) {
         if (m_keyPlan.everyKey)
@@ -480,6 +510,16 @@ void X11InputHooks::Worker::applyKeyGrabs()
     if (g_xErrors != errorsBefore)
         qCWarning(lcX11Hooks) << "some hotkeys are taken by another program:" << (g_xErrors - errorsBefore)
                               << "key grabs failed";
+    const GrabSet refused = TakeRefusedGrabs(m_display, requests);
+    for (const auto &grab : refused)
+        m_grabbed.erase(grab);  // asked for again with the next plan
+    const QList<KeyCombination> taken = TakenHotkeys(refused, m_keyPlan, m_virtualKeys, m_masks);
+    if (!taken.isEmpty()) {
+        toGui([taken](X11InputHooks *owner) {
+            if (owner->onHotkeysTaken)
+                owner->onHotkeysTaken(taken);
+        });
+    }
 }
 
 void X11InputHooks::Worker::applyButtonGrab()

@@ -2,7 +2,7 @@
 // The normal form of macro text that the checker, the parser and the editor all see.
 #include <QString>
 
-namespace hotkeys {
+namespace macro {
 
 // Strips leading and trailing line ends and drops repeated ones.
 void RemoveBlankLinesActionText(QString &text);
@@ -14,4 +14,4 @@ void TidyupCode(QString &text);
 // RemoveSpaces2.
 void RemoveCondSpaces(QString &text);
 
-} // namespace hotkeys
+} // namespace macro

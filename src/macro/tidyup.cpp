@@ -1,9 +1,9 @@
-#include "hotkeys/tidyup.h"
+#include "macro/tidyup.h"
 
 #include "macro/commands.h"
 #include "macro/macro_text.h"
 
-namespace hotkeys {
+namespace macro {
 
 namespace {
 
@@ -15,12 +15,12 @@ constexpr QChar kBlank = QLatin1Char(' ');
 // a bare line end.
 bool removeBlankLines(QString &text)
 {
-    while (text.startsWith(macro::kCrLf)) {
+    while (text.startsWith(kCrLf)) {
         if (text.size() < 3)
             return false;
         text.remove(0, 2);
     }
-    while (text.endsWith(macro::kCrLf)) {
+    while (text.endsWith(kCrLf)) {
         if (text.size() < 3)
             return false;
         text.chop(2);
@@ -36,7 +36,7 @@ bool removeBlankLines(QString &text)
         if (out.endsWith(kLF))
             continue;
         if (c == kCR && i + 1 < text.size() && text.at(i + 1) == kLF) {
-            out += macro::kCrLf;
+            out += kCrLf;
             ++i;
         } else {
             out += c;
@@ -68,7 +68,7 @@ void TidyupCode(QString &text)
 {
     if (!removeBlankLines(text))
         return;
-    const QString wrapped = macro::kCrLf + text + macro::kCrLf;
+    const QString wrapped = kCrLf + text + kCrLf;
     const qsizetype n = wrapped.size();
 
     QString out;
@@ -84,7 +84,7 @@ void TidyupCode(QString &text)
         if (c == kCR) {
             inQuote = false;
             rawLine = false;
-            out += macro::kCrLf;
+            out += kCrLf;
             ++i;
             if (i < n && wrapped.at(i) == kLF)
                 ++i;
@@ -125,9 +125,9 @@ void TidyupCode(QString &text)
         }
         ++i;
     }
-    if (out.startsWith(macro::kCrLf))
+    if (out.startsWith(kCrLf))
         out.remove(0, 2);
-    if (earlyEnd && out.endsWith(macro::kCrLf))
+    if (earlyEnd && out.endsWith(kCrLf))
         out.chop(2);
     text = out;
     RemoveCondSpaces(text);
@@ -154,14 +154,14 @@ void RemoveCondSpaces(QString &text)
             for (const QLatin1String word : kCondWords) {
                 if (startsWithWord(line, 0, word)) {
                     QString condition = line.mid(word.size());
-                    macro::RemoveSpaces2(condition);
+                    RemoveSpaces2(condition);
                     line = line.left(word.size()) + condition;
                     done = true;
                     break;
                 }
             }
-            if (!done && macro::WhichCommand(line) == macro::CmdVAR)
-                macro::RemoveSpaces2(line);
+            if (!done && WhichCommand(line) == CmdVAR)
+                RemoveSpaces2(line);
             out += line;
             start = e;
         }
@@ -176,4 +176,4 @@ void RemoveCondSpaces(QString &text)
     text = out;
 }
 
-} // namespace hotkeys
+} // namespace macro

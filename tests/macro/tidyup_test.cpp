@@ -1,9 +1,9 @@
 // The normal form of macro text.
-#include "hotkeys/tidyup.h"
+#include "macro/tidyup.h"
 
 #include <gtest/gtest.h>
 
-using hotkeys::TidyupCode;
+using macro::TidyupCode;
 
 static QString tidy(const char *code)
 {

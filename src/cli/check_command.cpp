@@ -1,0 +1,180 @@
+#include "cli/check_command.h"
+
+#include "cli/macro_selection.h"
+#include "cli/run_command.h"
+#include "hotkeys/formatter.h"
+#include "hotkeys/hotkey_status.h"
+#include "hotkeys/hotkeys_file.h"
+#include "hotkeys/hotkeys_table.h"
+#include "macro/tidyup.h"
+
+#include <optional>
+
+namespace cli {
+
+namespace {
+
+const QString kRule = QString(30, QLatin1Char('='));
+const QString kCrLf = QStringLiteral("\r\n");
+
+struct MacroOptions {
+    QString hotkeysFile;
+    QString macroName;
+    std::optional<int> number;
+    bool all = false;    // check: every macro
+    bool write = false;  // format: store the result
+    bool help = false;
+};
+
+// "" when the options make sense; allowAll and allowWrite say which flags the command has.
+QString parse(const QStringList &args, MacroOptions &o, bool allowAll, bool allowWrite)
+{
+    bool hasName = false;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString &arg = args.at(i);
+        if (arg == QLatin1String("--help") || arg == QLatin1String("-h")) {
+            o.help = true;
+            return {};
+        }
+        if (allowAll && arg == QLatin1String("--all")) {
+            o.all = true;
+            continue;
+        }
+        if (allowWrite && arg == QLatin1String("--write")) {
+            o.write = true;
+            continue;
+        }
+        if (arg != QLatin1String("--hotkeys") && arg != QLatin1String("--macro") && arg != QLatin1String("--number"))
+            return QStringLiteral("unknown argument '%1'").arg(arg);
+        if (i + 1 >= args.size())
+            return QStringLiteral("%1 needs a value").arg(arg);
+        const QString value = args.at(++i);
+        if (arg == QLatin1String("--hotkeys")) {
+            o.hotkeysFile = value;
+        } else if (arg == QLatin1String("--macro")) {
+            o.macroName = value;
+            hasName = true;
+        } else {
+            bool ok = false;
+            o.number = value.toInt(&ok);
+            if (!ok)
+                return QStringLiteral("--number needs a whole number, not '%1'").arg(value);
+        }
+    }
+    if (o.hotkeysFile.isEmpty())
+        return QStringLiteral("--hotkeys FILE is required");
+    if (int(hasName) + int(o.number.has_value()) + int(o.all) != 1)
+        return allowAll ? QStringLiteral("give exactly one of --macro NAME, --number N and --all")
+                        : QStringLiteral("give exactly one of --macro NAME and --number N");
+    return {};
+}
+
+int usage(const QString &problem, const QString &text, QTextStream &err)
+{
+    err << "sonamark-cli: " << problem << "\n\n" << text;
+    return kExitUsage;
+}
+
+// The Check Code report of one macro: rules, heading, the report, the numbered macro.
+QString checkReport(const QString &label, const QString &report, const QString &tidied)
+{
+    return kRule + kCrLf + QStringLiteral("Error Check for \"") + label + QStringLiteral("\"") + kCrLf + kRule + kCrLf
+           + report + kCrLf + kRule + kCrLf + hotkeys::AddNumbers(tidied) + kCrLf;
+}
+
+} // namespace
+
+QString CheckUsageText()
+{
+    return QStringLiteral(
+        "Usage: sonamark-cli check --hotkeys FILE (--macro NAME | --number N | --all)\n"
+        "\n"
+        "Checks macros as the editor does before they run. With --macro or --number the\n"
+        "error report is printed as it stands (nothing when the macro is clean); with --all\n"
+        "the Check Code report of each macro that has errors, one after another.\n"
+        "Mouse positions are checked against a screen 1920 pixels wide.\n"
+        "Exit status: 0 no errors, 1 errors found, 2 bad arguments or file.\n");
+}
+
+QString FormatUsageText()
+{
+    return QStringLiteral(
+        "Usage: sonamark-cli format --hotkeys FILE (--macro NAME | --number N) [--write]\n"
+        "\n"
+        "Prints the macro tidied and indented as Format Code makes it; --write stores it\n"
+        "back into the Hotkeys file (atomically).\n"
+        "Exit status: 0 unchanged, 1 changed, 2 bad arguments, file or write.\n");
+}
+
+int RunCheck(const QStringList &args, QTextStream &out, QTextStream &err)
+{
+    MacroOptions o;
+    const QString problem = parse(args, o, true, false);
+    if (o.help) {
+        out << CheckUsageText();
+        return kExitClean;
+    }
+    if (!problem.isEmpty())
+        return usage(problem, CheckUsageText(), err);
+    if (!LoadHotkeysFile(o.hotkeysFile, err))
+        return kExitUsage;
+    const hotkeys::HotkeyTable &table = hotkeys::table();
+    if (!o.all) {
+        const int number = SelectMacro(o.hotkeysFile, o.macroName, o.number, err);
+        if (number == 0)
+            return kExitUsage;
+        QString code = table.at(number).Code;
+        const QString report = hotkeys::HotkeyStatus(code);
+        if (!report.isEmpty())
+            out << report << kCrLf;
+        return report.isEmpty() ? kExitClean : kExitReported;
+    }
+    bool errors = false;
+    for (int n = 1; n <= table.HotkeyCount; ++n) {
+        QString code = table.at(n).Code;
+        const QString report = hotkeys::HotkeyStatus(code);
+        if (report.isEmpty())
+            continue;
+        errors = true;
+        out << checkReport(table.at(n).Description, report, code);
+    }
+    return errors ? kExitReported : kExitClean;
+}
+
+int RunFormat(const QStringList &args, QTextStream &out, QTextStream &err)
+{
+    MacroOptions o;
+    const QString problem = parse(args, o, false, true);
+    if (o.help) {
+        out << FormatUsageText();
+        return kExitClean;
+    }
+    if (!problem.isEmpty())
+        return usage(problem, FormatUsageText(), err);
+    if (!LoadHotkeysFile(o.hotkeysFile, err))
+        return kExitUsage;
+    const int number = SelectMacro(o.hotkeysFile, o.macroName, o.number, err);
+    if (number == 0)
+        return kExitUsage;
+    hotkeys::Hotkey &hotkey = hotkeys::table().at(number);
+    QString code = hotkey.Code;
+    macro::TidyupCode(code);
+    hotkeys::IndentActions(code);
+    while (code.endsWith(kCrLf))
+        code.chop(2);
+    out << code << kCrLf;
+    QString stored = hotkey.Code;
+    while (stored.endsWith(kCrLf))
+        stored.chop(2);
+    const bool changed = code != stored;
+    if (changed && o.write) {
+        hotkey.Code = code;
+        if (!hotkeys::UpdateHotkeyWordsFile()) {
+            err << "sonamark-cli: " << o.hotkeysFile << " could not be written" << Qt::endl;
+            return kExitUsage;
+        }
+    }
+    return changed ? kExitReported : kExitClean;
+}
+
+} // namespace cli
