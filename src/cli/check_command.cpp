@@ -7,6 +7,8 @@
 #include "hotkeys/hotkeys_file.h"
 #include "hotkeys/hotkeys_table.h"
 #include "macro/tidyup.h"
+#include "platform/services.h"
+#include "platform/x11/x11_mouse_sender.h"
 
 #include <optional>
 
@@ -14,7 +16,6 @@ namespace cli {
 
 namespace {
 
-const QString kRule = QString(30, QLatin1Char('='));
 const QString kCrLf = QStringLiteral("\r\n");
 
 struct MacroOptions {
@@ -75,12 +76,25 @@ int usage(const QString &problem, const QString &text, QTextStream &err)
     return kExitUsage;
 }
 
-// The Check Code report of one macro: rules, heading, the report, the numbered macro.
-QString checkReport(const QString &label, const QString &report, const QString &tidied)
-{
-    return kRule + kCrLf + QStringLiteral("Error Check for \"") + label + QStringLiteral("\"") + kCrLf + kRule + kCrLf
-           + report + kCrLf + kRule + kCrLf + hotkeys::AddNumbers(tidied) + kCrLf;
-}
+// The checker measures mouse positions against the screen of the display when there is
+// one, and against its default width when not.
+class DisplayScreen {
+public:
+    DisplayScreen()
+    {
+        platform::Services set = platform::services();
+        if (m_screen.available())
+            set.mouse = &m_screen;
+        m_previous = platform::install(set);
+    }
+    ~DisplayScreen() { platform::install(m_previous); }
+    DisplayScreen(const DisplayScreen &) = delete;
+    DisplayScreen &operator=(const DisplayScreen &) = delete;
+
+private:
+    platform::x11::X11MouseSender m_screen;
+    platform::Services m_previous;
+};
 
 } // namespace
 
@@ -92,7 +106,8 @@ QString CheckUsageText()
         "Checks macros as the editor does before they run. With --macro or --number the\n"
         "error report is printed as it stands (nothing when the macro is clean); with --all\n"
         "the Check Code report of each macro that has errors, one after another.\n"
-        "Mouse positions are checked against a screen 1920 pixels wide.\n"
+        "Mouse positions are checked against the width of the X display's screen, or\n"
+        "against 1920 pixels when there is no display.\n"
         "Exit status: 0 no errors, 1 errors found, 2 bad arguments or file.\n");
 }
 
@@ -118,6 +133,7 @@ int RunCheck(const QStringList &args, QTextStream &out, QTextStream &err)
         return usage(problem, CheckUsageText(), err);
     if (!LoadHotkeysFile(o.hotkeysFile, err))
         return kExitUsage;
+    const DisplayScreen screen;
     const hotkeys::HotkeyTable &table = hotkeys::table();
     if (!o.all) {
         const int number = SelectMacro(o.hotkeysFile, o.macroName, o.number, err);
@@ -136,7 +152,7 @@ int RunCheck(const QStringList &args, QTextStream &out, QTextStream &err)
         if (report.isEmpty())
             continue;
         errors = true;
-        out << checkReport(table.at(n).Description, report, code);
+        out << hotkeys::CheckCodeReport(table.at(n).Description, report, code);
     }
     return errors ? kExitReported : kExitClean;
 }

@@ -11,6 +11,13 @@ bool opensLevel(QStringView upper)
     return upper.startsWith(u"[LOOP") || upper.startsWith(u"[IF") || upper.startsWith(u"[ELSE");
 }
 
+// Lines end at CR LF, as TidyupCode leaves them; a line feed alone belongs to its line,
+// as it does for the parser.
+bool lineEndAt(const QString &text, int i)
+{
+    return text.at(i) == QLatin1Char('\n') && i > 0 && text.at(i - 1) == QLatin1Char('\r');
+}
+
 bool startsUpper(QStringView text, const char16_t *word)
 {
     return text.left(qsizetype(std::char_traits<char16_t>::length(word))).compare(QStringView(word),
@@ -37,21 +44,21 @@ void IndentActions(QString &text)
     int i = 0;  // 0-based here; the word tests need 6 characters left (position + 5)
     while (i < n) {
         const QChar c = src.at(i);
-        if (c != QLatin1Char('\n')) {
+        if (!lineEndAt(src, i)) {
             if (i + 5 < n && opensLevel(QStringView(upper).mid(i)))
                 indent += kIndentStep;
             out += c;
             ++i;
             continue;
         }
-        if (i > 0)
-            out += c;
+        out += c;
         const QStringView next = QStringView(src).mid(i + 1);
         if (i + 6 < n && (startsUpper(next, u"[END") || startsUpper(next, u"[ELSE")))
             indent -= kIndentStep;
         if (next.startsWith(QLatin1Char('#'))) {
             indentLine();
-            const qsizetype end = src.indexOf(QLatin1Char('\n'), i + 1);
+            const qsizetype cr = src.indexOf(QLatin1String("\r\n"), i + 1);
+            const qsizetype end = cr < 0 ? n - 1 : cr + 1;  // the comment's line feed, or the one added
             out += next.left(end - i - 1);
             i = int(end);
             continue;

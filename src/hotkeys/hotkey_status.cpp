@@ -109,4 +109,11 @@ QString AddNumbers(const QString &text)
     return out;
 }
 
+QString CheckCodeReport(const QString &label, const QString &report, const QString &tidied)
+{
+    const QString rule = QString(30, QLatin1Char('='));
+    return rule + macro::kCrLf + QStringLiteral("Error Check for \"") + label + QStringLiteral("\"") + macro::kCrLf
+           + rule + macro::kCrLf + report + macro::kCrLf + rule + macro::kCrLf + AddNumbers(tidied) + macro::kCrLf;
+}
+
 } // namespace hotkeys

@@ -15,5 +15,8 @@ const QList<int> &ErrorLines();
 inline int ErrorLineCount() { return int(ErrorLines().size()); }
 // Each line as its running number, ":", the line and a line end.
 QString AddNumbers(const QString &text);
+// The Check Code report: a rule, "Error Check for" and the label in quotes, the rule,
+// the HotkeyStatus report, the rule, and the tidied macro numbered by AddNumbers.
+QString CheckCodeReport(const QString &label, const QString &report, const QString &tidied);
 
 } // namespace hotkeys
