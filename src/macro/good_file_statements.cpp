@@ -76,14 +76,6 @@ QString goodUnitStatement(const QString &macro, const QString &line, int pos, co
     return message.isEmpty() ? QString() : message + good::For(form);
 }
 
-// The statements whose operands the rule table says all about.
-QString checkByRules(const QString &line, int number, std::initializer_list<OperandRule> rules)
-{
-    const good::StatementText s = good::Prepare(line);
-    if (!s.missingQuote.isEmpty())
-        return s.missingQuote;
-    return good::CheckOperands(good::OperandWords(s.words), CanonicalStatement(number), rules);
-}
 
 // The first operand of [PATHEXISTS], [SHORTPATH], [SETFOCUS] and [WEBSOURCE].
 constexpr OperandRule kFirstVariable{OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in 1st variable for",
@@ -142,19 +134,19 @@ QString GoodCLOSE(const QString &macro, const QString &line, int pos)
 
 QString GoodPATHEXISTS(const QString &line)
 {
-    return checkByRules(line, CmdPATHEXISTS,
+    return good::CheckByRules(line, CmdPATHEXISTS,
                         {kFirstVariable, {OperandRule::Name, "", "Invalid format for answer variable in"}});
 }
 
 QString GoodSHORTPATH(const QString &line)
 {
-    return checkByRules(line, CmdSHORTPATH,
+    return good::CheckByRules(line, CmdSHORTPATH,
                         {kFirstVariable, {OperandRule::Name, "", "Invalid format for answer variable in"}});
 }
 
 QString GoodCOPYFILE(const QString &line)
 {
-    return checkByRules(line, CmdCOPYFILE,
+    return good::CheckByRules(line, CmdCOPYFILE,
                         {{OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in 1st file for",
                           "Invalid format in 1st file for"},
                          {OperandRule::NameOrLiteral, "", "Invalid format for 2nd variable in",
@@ -163,7 +155,7 @@ QString GoodCOPYFILE(const QString &line)
 
 QString GoodFINDFILES(const QString &line)
 {
-    return checkByRules(line, CmdFINDFILES,
+    return good::CheckByRules(line, CmdFINDFILES,
                         {{OperandRule::NameOrAnyLiteral, "", nullptr, "Quote mismatch in StartPath for",
                           "Invalid format in StartPath for"},
                          {OperandRule::Name, "", "Invalid format for Selection variable in",
@@ -172,7 +164,7 @@ QString GoodFINDFILES(const QString &line)
 
 QString GoodDATEDIFF(const QString &line)
 {
-    return checkByRules(line, CmdDATEDIFF,
+    return good::CheckByRules(line, CmdDATEDIFF,
                         {{OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in DateFrom for",
                           "Invalid format in DateFrom for"},
                          {OperandRule::NameOrLiteral, "", "Invalid format for DateTo variable in",
@@ -182,7 +174,7 @@ QString GoodDATEDIFF(const QString &line)
 
 QString GoodFINDSTRING(const QString &line)
 {
-    return checkByRules(line, CmdFINDSTRING,
+    return good::CheckByRules(line, CmdFINDSTRING,
                         {{OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in 1st variable for",
                           "Invalid format in 1st variable for"},
                          {OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in 2nd variable for",

@@ -66,13 +66,6 @@ QString goodClipId(const QString &word, const QString &form, const char *invalid
     return message.isEmpty() ? QString() : message + good::For(form);
 }
 
-QString checkByRules(const QString &line, int number, std::initializer_list<OperandRule> rules)
-{
-    const good::StatementText s = good::Prepare(line);
-    if (!s.missingQuote.isEmpty())
-        return s.missingQuote;
-    return good::CheckOperands(good::OperandWords(s.words), CanonicalStatement(number), rules);
-}
 
 } // namespace
 
@@ -177,7 +170,7 @@ QString GoodCOMMAND(const QString &line)
 
 QString GoodUSERINPUT(const QString &line)
 {
-    return checkByRules(line, CmdUSERINPUT,
+    return good::CheckByRules(line, CmdUSERINPUT,
                         {{OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in prompt variable for",
                           "Invalid format in prompt variable for"},
                          {OperandRule::Name, "", nullptr, "Invalid format in right variable for",
@@ -186,7 +179,7 @@ QString GoodUSERINPUT(const QString &line)
 
 QString GoodYESNOCANCEL(const QString &line)
 {
-    return checkByRules(line, CmdYESNOCANCEL,
+    return good::CheckByRules(line, CmdYESNOCANCEL,
                         {{OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in prompt variable for",
                           "Invalid format in prompt variable for"},
                          {OperandRule::Name}});
@@ -194,7 +187,7 @@ QString GoodYESNOCANCEL(const QString &line)
 
 QString GoodSETFOCUS(const QString &line)
 {
-    return checkByRules(line, CmdSETFOCUS,
+    return good::CheckByRules(line, CmdSETFOCUS,
                         {{OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in 1st variable for",
                           "Invalid format in 1st variable for"},
                          {OperandRule::Name, "", "Invalid format for answer variable in"}});
@@ -202,7 +195,7 @@ QString GoodSETFOCUS(const QString &line)
 
 QString GoodWEBSOURCE(const QString &line)
 {
-    return checkByRules(line, CmdWEBSOURCE,
+    return good::CheckByRules(line, CmdWEBSOURCE,
                         {{OperandRule::NameOrLiteral, "", nullptr, "Quote mismatch in 1st variable for",
                           "Invalid format in 1st variable for"},
                          {OperandRule::Name, "", "Invalid format for source variable in"}});

@@ -1,5 +1,6 @@
 #include "macro/good_operands.h"
 
+#include "macro/commands.h"
 #include "macro/macro_text.h"
 #include "macro/variables.h"
 
@@ -81,6 +82,14 @@ QString CheckOperands(const QStringList &words, const QString &form, std::initia
         ++i;
     }
     return words.size() > i ? InvalidFormat(form) : QString();
+}
+
+QString CheckByRules(const QString &line, int number, std::initializer_list<OperandRule> rules)
+{
+    const StatementText s = Prepare(line);
+    if (!s.missingQuote.isEmpty())
+        return s.missingQuote;
+    return CheckOperands(OperandWords(s.words), CanonicalStatement(number), rules);
 }
 
 } // namespace macro::good

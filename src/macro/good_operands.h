@@ -52,5 +52,7 @@ struct OperandRule {
 // Checks words against the rules in order; a word beyond the last rule is a wrong
 // number of operands. "" or the first message, framed.
 QString CheckOperands(const QStringList &words, const QString &form, std::initializer_list<OperandRule> rules);
+// A statement whose operands the rules say all about: the line's quotes, then its words.
+QString CheckByRules(const QString &line, int number, std::initializer_list<OperandRule> rules);
 
 } // namespace macro::good

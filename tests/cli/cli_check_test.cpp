@@ -1,5 +1,5 @@
 // sonamark-cli check and format: reports, formatted text, exit codes, and --write.
-#include "cli/run_command.h"
+#include "cli_fixture.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -7,35 +7,20 @@
 
 namespace {
 
-class CliCheckTest : public ::testing::Test {
+class CliCheckTest : public CliFixture {
 protected:
     void SetUp() override
     {
-        file = dir.filePath(QStringLiteral("Hotkeys.txt"));
-        QFile f(file);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("\"<Hotkeys Macros v1.2>\"\r\n"
-                "#TRUE#,\"^%K\",\"Clean\",\"[IF A=1]\r\n[X=1]\r\n[ENDIF]\"\r\n"
-                "#TRUE#,\"^%L\",\"Broken\",\"[WAIT 0.01]\r\n[ELSE]\"\r\n"
-                "#TRUE#,\"^%M\",\"Messy\",\"[IF   A = 1 ]\r\n[LOOP I<2]\r\n[X = I]\r\n[ENDLOOP]\r\n[ENDIF]\"\r\n");
-    }
-    int run(const QStringList &args)
-    {
-        out.clear();
-        err.clear();
-        QTextStream o(&out);
-        QTextStream e(&err);
-        return cli::RunCli(args, o, e);
+        writeHotkeys("\"<Hotkeys Macros v1.2>\"\r\n"
+                     "#TRUE#,\"^%K\",\"Clean\",\"[IF A=1]\r\n[X=1]\r\n[ENDIF]\"\r\n"
+                     "#TRUE#,\"^%L\",\"Broken\",\"[WAIT 0.01]\r\n[ELSE]\"\r\n"
+                     "#TRUE#,\"^%M\",\"Messy\",\"[IF   A = 1 ]\r\n[LOOP I<2]\r\n[X = I]\r\n[ENDLOOP]\r\n[ENDIF]\"\r\n");
     }
     QByteArray fileBytes() const
     {
         QFile f(file);
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
-    QTemporaryDir dir;
-    QString file;
-    QString out;
-    QString err;
 };
 
 } // namespace

@@ -1,5 +1,5 @@
 // sonamark-cli run: reports on standard output, keystrokes on standard error, exit codes.
-#include "cli/run_command.h"
+#include "cli_fixture.h"
 
 #include <QFile>
 #include <QProcess>
@@ -8,30 +8,15 @@
 
 namespace {
 
-class CliTest : public ::testing::Test {
+class CliTest : public CliFixture {
 protected:
     void SetUp() override
     {
-        file = dir.filePath(QStringLiteral("Hotkeys.txt"));
-        QFile f(file);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("\"<Hotkeys Macros v1.2>\"\r\n"
-                "#TRUE#,\"^%K\",\"My Macro\",\"Hello\r\n{PRTSC\"\r\n"
-                "#TRUE#,\"^%L\",\"Notes\",\"# only a note\"\r\n"
-                "#TRUE#,\"^%M\",\"Asks\",\"a\r\nb\"\r\n");
+        writeHotkeys("\"<Hotkeys Macros v1.2>\"\r\n"
+                     "#TRUE#,\"^%K\",\"My Macro\",\"Hello\r\n{PRTSC\"\r\n"
+                     "#TRUE#,\"^%L\",\"Notes\",\"# only a note\"\r\n"
+                     "#TRUE#,\"^%M\",\"Asks\",\"a\r\nb\"\r\n");
     }
-    int run(const QStringList &args)
-    {
-        out.clear();
-        err.clear();
-        QTextStream o(&out);
-        QTextStream e(&err);
-        return cli::RunCli(args, o, e);
-    }
-    QTemporaryDir dir;
-    QString file;
-    QString out;
-    QString err;
 };
 
 } // namespace
