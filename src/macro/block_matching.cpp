@@ -21,6 +21,19 @@ const QString kMissingEndIf = QStringLiteral("Missing matching [ENDIF] statement
 const QString kMissingLoop = QStringLiteral("Missing matching [LOOP Cond] statement");
 const QString kMissingEndLoop = QStringLiteral("Missing matching [ENDLOOP] statement");
 
+// The upper-cased macro. A check asks about one macro many times in a row, so the last
+// one is kept (the text is shared, not copied, while it stays the same).
+const QString &upper(const QString &macro)
+{
+    thread_local QString source;
+    thread_local QString upperCased;
+    if (!source.isSharedWith(macro) || source.size() != macro.size()) {
+        source = macro;
+        upperCased = macro.toUpper();
+    }
+    return upperCased;
+}
+
 bool startsAt(const QString &up, int pos, const QString &token)
 {
     return pos >= 1 && QStringView(up).mid(pos - 1).startsWith(token);
@@ -45,8 +58,8 @@ int tokenAt(const QString &up, int pos, const QString &open, const QString &clos
 bool closesForward(const QString &up, int pos, const QString &open, const QString &close)
 {
     int depth = 0;
-    for (int p = pos; p <= up.size(); ++p) {
-        const int t = tokenAt(up, p, open, close);
+    for (qsizetype at = up.indexOf(QLatin1Char('['), pos - 1); at >= 0; at = up.indexOf(QLatin1Char('['), at + 1)) {
+        const int t = tokenAt(up, int(at) + 1, open, close);
         depth += t;
         if (t == -1 && depth == 0)
             return true;
@@ -58,8 +71,9 @@ bool closesForward(const QString &up, int pos, const QString &open, const QStrin
 bool opensBackward(const QString &up, int pos, const QString &open, const QString &close)
 {
     int depth = 0;
-    for (int p = pos; p >= 1; --p) {
-        const int t = tokenAt(up, p, open, close);
+    for (qsizetype at = up.lastIndexOf(QLatin1Char('['), pos - 1); at >= 0;
+         at = at > 0 ? up.lastIndexOf(QLatin1Char('['), at - 1) : -1) {
+        const int t = tokenAt(up, int(at) + 1, open, close);
         depth -= t;
         if (t == 1 && depth == 0)
             return true;
@@ -72,7 +86,9 @@ bool opensBackward(const QString &up, int pos, const QString &open, const QStrin
 int openIfBefore(const QString &up, int pos)
 {
     int depth = 0;
-    for (int p = pos - 1; p >= 1; --p) {
+    for (qsizetype at = pos >= 2 ? up.lastIndexOf(QLatin1Char('['), pos - 2) : -1; at >= 0;
+         at = at > 0 ? up.lastIndexOf(QLatin1Char('['), at - 1) : -1) {
+        const int p = int(at) + 1;
         const int t = tokenAt(up, p, kIf, kEndIf);
         if (t == -1)
             ++depth;
@@ -86,24 +102,25 @@ int openIfBefore(const QString &up, int pos)
 
 QString Matching_ENDIF(const QString &macro, int pos)
 {
-    return closesForward(macro.toUpper(), pos, kIf, kEndIf) ? QString() : kMissingEndIf;
+    return closesForward(upper(macro), pos, kIf, kEndIf) ? QString() : kMissingEndIf;
 }
 
 QString Matching_IF(const QString &macro, int pos)
 {
-    return opensBackward(macro.toUpper(), pos, kIf, kEndIf) ? QString() : kMissingIf;
+    return opensBackward(upper(macro), pos, kIf, kEndIf) ? QString() : kMissingIf;
 }
 
 QString Matching_ELSE(const QString &macro, int pos)
 {
-    const QString up = macro.toUpper();
+    const QString &up = upper(macro);
     const int partner = openIfBefore(up, pos);
     if (partner == 0)
         return kMissingIf;
     // From the partner on, to each [ENDIF] in turn: an [ELSE] beyond the [IF]s opened so
     // far has no [IF] of its own; the block is whole when the [IF]s and [ENDIF]s balance.
     int ifs = 0, endIfs = 0, elses = 0;
-    for (int p = partner; p <= up.size(); ++p) {
+    for (qsizetype at = up.indexOf(QLatin1Char('['), partner - 1); at >= 0; at = up.indexOf(QLatin1Char('['), at + 1)) {
+        const int p = int(at) + 1;
         if (startsAt(up, p, kIf)) {
             ++ifs;
         } else if (startsAt(up, p, kElse)) {
@@ -122,17 +139,17 @@ QString Matching_ELSE(const QString &macro, int pos)
 
 QString Matching_LOOP(const QString &macro, int pos)
 {
-    return opensBackward(macro.toUpper(), pos, kLoop, kEndLoop) ? QString() : kMissingLoop;
+    return opensBackward(upper(macro), pos, kLoop, kEndLoop) ? QString() : kMissingLoop;
 }
 
 QString Matching_ENDLOOP(const QString &macro, int pos)
 {
-    return closesForward(macro.toUpper(), pos, kLoop, kEndLoop) ? QString() : kMissingEndLoop;
+    return closesForward(upper(macro), pos, kLoop, kEndLoop) ? QString() : kMissingEndLoop;
 }
 
 QString Matching_OPEN_CLOSE(const QString &macro, const QString &id, int pos)
 {
-    const QString up = macro.toUpper();
+    const QString &up = upper(macro);
     const QString upId = id.toUpper();
     int open = pos;
     if (!startsAt(up, pos, kOpen)) {
@@ -163,7 +180,7 @@ QString Matching_OPEN_CLOSE(const QString &macro, const QString &id, int pos)
 
 QString GoodQUITLOOP(const QString &macro, int pos)
 {
-    const QString up = macro.toUpper();
+    const QString &up = upper(macro);
     const QStringView before = QStringView(up).left(qMax(0, pos - 1));
     const QStringView after = QStringView(up).mid(qMax(0, pos - 1));
     if (count(before, kLoop) > count(before, kEndLoop) && count(after, kEndLoop) > count(after, kLoop))

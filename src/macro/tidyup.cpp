@@ -15,6 +15,27 @@ constexpr QChar kBlank = QLatin1Char(' ');
 // a bare line end.
 bool removeBlankLines(QString &text)
 {
+    QString out;
+    out.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c != kCR && c != kLF) {
+            out += c;
+            continue;
+        }
+        // Only CR LF ends a line (as for the parser): a line feed alone is part of its
+        // line unless it stands at the start of one.
+        if (out.endsWith(kCrLf))
+            continue;
+        if (c == kCR && i + 1 < text.size() && text.at(i + 1) == kLF) {
+            out += kCrLf;
+            ++i;
+        } else {
+            out += c;
+        }
+    }
+    text = out;
+    // The ends last, as dropping a line feed can leave a line end there.
     while (text.startsWith(kCrLf)) {
         if (text.size() < 3)
             return false;
@@ -25,24 +46,6 @@ bool removeBlankLines(QString &text)
             return false;
         text.chop(2);
     }
-    QString out;
-    out.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (c != kCR && c != kLF) {
-            out += c;
-            continue;
-        }
-        if (out.endsWith(kLF))
-            continue;
-        if (c == kCR && i + 1 < text.size() && text.at(i + 1) == kLF) {
-            out += kCrLf;
-            ++i;
-        } else {
-            out += c;
-        }
-    }
-    text = out;
     return true;
 }
 
@@ -60,12 +63,33 @@ bool startsWithWord(const QString &text, qsizetype at, QLatin1String word)
            && QStringView(text).mid(at, word.size()).compare(word, Qt::CaseInsensitive) == 0;
 }
 
+// A CR alone ends a line as CR LF does (TidyupCode writes both as CR LF); made CR LF
+// first, so that the blank lines it makes go with the others and tidied text stays as it
+// is when tidied again.
+void pairLoneCRs(QString &text)
+{
+    qsizetype at = text.indexOf(kCR);
+    while (at >= 0 && at + 1 < text.size() && text.at(at + 1) == kLF)
+        at = text.indexOf(kCR, at + 2);
+    if (at < 0)
+        return;
+    QString out;
+    out.reserve(text.size() + text.size() / 8);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        out += text.at(i);
+        if (text.at(i) == kCR && (i + 1 >= text.size() || text.at(i + 1) != kLF))
+            out += kLF;
+    }
+    text = out;
+}
+
 } // namespace
 
 void RemoveBlankLinesActionText(QString &text) { removeBlankLines(text); }
 
 void TidyupCode(QString &text)
 {
+    pairLoneCRs(text);
     if (!removeBlankLines(text))
         return;
     const QString wrapped = kCrLf + text + kCrLf;

@@ -50,6 +50,14 @@ TEST(Formatter, AnExtraEndStartsAgainAtTheMarginAndFormattingTwiceChangesNothing
                            "    [ENDLOOP]", "[ENDIF]", ""}));
 }
 
+TEST(Formatter, ALineFeedAloneDoesNotEndALine)
+{
+    // The parser sees "ab\n[X = 1]" as one keystroke line: indenting it would type blanks.
+    EXPECT_EQ(indented({"[IF A=1]", "ab\n[X = 1]", "[ENDIF]"}), lines({"[IF A=1]", "ab\n[X = 1]", "[ENDIF]"}));
+    EXPECT_EQ(indented({"\n[X=1]"}), lines({"\n[X=1]"}));
+    EXPECT_EQ(indented({"[IF A=1]", "# a\nb", "[X=1]"}), lines({"[IF A=1]", "    # a\nb", "    [X=1]"}));
+}
+
 TEST(Formatter, PastedStatementTakesTheIndentOfTheLineAbove)
 {
     const QString text = lines({"[X=1]", "    [IF A=1]", "", ""});

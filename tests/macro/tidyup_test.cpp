@@ -39,3 +39,20 @@ TEST(Tidyup, AnOpenQuoteDoesNotProtectTheNextLine)
 {
     EXPECT_EQ(tidy("[X=\"a  b]\r\n[Y  =  2]"), QStringLiteral("[X=\"a  b]\r\n[Y=2]\r\n"));
 }
+
+TEST(Tidyup, OnlyCrLfAndLoneCrEndLinesAndTidyingAgainChangesNothing)
+{
+    // A CR alone ends a line: the blank lines it makes go like the others.
+    EXPECT_EQ(tidy("a\r\r\nb"), QStringLiteral("a\r\nb\r\n"));
+    EXPECT_EQ(tidy("\ra\r"), QStringLiteral("a\r\n"));
+    // A line feed alone is part of its line, and a line end after it is kept.
+    EXPECT_EQ(tidy("a\n\nb"), QStringLiteral("a\n\nb\r\n"));
+    EXPECT_EQ(tidy("X\r\n\n"), QStringLiteral("X\r\n"));
+    const char *const once[] = {"a\r\r\nb", "[LOOP I = 1,3]\n  \r\n[ENDLOOP]", "[X=1]\r\n\n", " [IF A=1]\r\r\n\r"};
+    for (const char *code : once) {
+        const QString tidied = tidy(code);
+        QString again = tidied;
+        TidyupCode(again);
+        EXPECT_EQ(again, tidied) << code;
+    }
+}
