@@ -25,8 +25,9 @@ void fillTable()
 // What the properties are not asked to hold on:
 //  - the marker characters that the language reserves (macro_text.h) stand for blanks,
 //    quotes and operators inside the tidying, so a macro cannot hold them as text;
-//  - characters whose full upper case is longer ("ß" is "SS"): RemoveSpaces looks for
-//    AND and OR in the upper case and so one place off, as the language always has;
+//  - characters whose full upper case is longer ("ß" is "SS"): the tidying upper-cases
+//    them one by one now, but the other upper-case copies of the language have not all
+//    been checked for them yet;
 //  - MID(), blanks included ("M ID ("): its separators are not yet stable under tidying,
 //    "MID(S, 1, 2)" tidies to "MID(S  1  2)" and that to "MID(S 1 2)", which the check
 //    no longer rejects. Such texts are left out ("" back) until that is settled.

@@ -42,7 +42,9 @@ void removeSpaces(QString &text, bool upper)
     // An ASCII text keeps one upper-case copy in step with the text instead of
     // upper-casing it again for every look; other texts take QString::toUpper each time.
     const bool ascii = allAscii(text);
-    QString up = ascii ? asciiUpper(text) : text.toUpper();
+    // Character by character, so that positions in the copy are positions in the text
+    // (the full upper case of "ß" is two letters).
+    QString up = ascii ? asciiUpper(text) : UpperSameLength(text);
     const bool hasMid = up.contains(QLatin1String("MID("));
     if (hasMid) {
         MIDCommas4Spaces(text);
@@ -52,7 +54,7 @@ void removeSpaces(QString &text, bool upper)
     // Protect the blanks around AND and OR with markers; quotes are not looked at here.
     for (;;) {
         if (!ascii)
-            up = text.toUpper();
+            up = UpperSameLength(text);
         qsizetype at = up.indexOf(QLatin1String(" AND "));
         qsizetype width = 5;
         if (at < 0) {

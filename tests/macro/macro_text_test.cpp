@@ -34,8 +34,8 @@ TEST(RemoveSpaces, ConnectorsCaseAndNonAsciiText)
         {u"a = 1 and b = 2 or c = 3 AND d = 4", u"A=1 AND B=2 OR C=3 AND D=4", u"a=1 and b=2 or c=3 AND d=4"},
         {u"x AND AND y or  or z", u"X AND ANDY OR  OR Z", u"x AND ANDy or  or z"},
         {u"mid(s 1 2) and x = mid(t 3 4)", u"MID(S 1 2) AND X=MID(T 3 4)", u"mid(s 1 2) and x=mid(t 3 4)"},
-        // The full upper case of \u00df is two letters, so the connector is looked up one place off.
-        {u"stra\u00dfe = 1 and b = 2", u"STRA\u00dfE=1 AND =2", u"stra\u00dfe=1 nd =2"},
+        // The full upper case of \u00df is two letters; the text must not shift against its copy.
+        {u"stra\u00dfe = 1 and b = 2", u"STRA\u00dfE=1 AND B=2", u"stra\u00dfe=1 and b=2"},
         {u"\u00e9t\u00e9 = \"a b\" or c = 1", u"\u00c9T\u00c9=\"a b\" OR C=1", u"\u00e9t\u00e9=\"a b\" or c=1"},
         {u"a\u00c8b = 1 and c = 2", u"A B=1 AND C=2", u"a b=1 and c=2"},
         {u"a\u00e8b = \"\u00e8\"", u"A B=\"\u00e8\"", u"a\u00e8b=\"\u00e8\""},
