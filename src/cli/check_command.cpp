@@ -19,9 +19,7 @@ namespace {
 const QString kCrLf = QStringLiteral("\r\n");
 
 struct MacroOptions {
-    QString hotkeysFile;
-    QString macroName;
-    std::optional<int> number;
+    MacroChoice choice;
     bool all = false;    // check: every macro
     bool write = false;  // format: store the result
     bool help = false;
@@ -30,7 +28,6 @@ struct MacroOptions {
 // "" when the options make sense; allowAll and allowWrite say which flags the command has.
 QString parse(const QStringList &args, MacroOptions &o, bool allowAll, bool allowWrite)
 {
-    bool hasName = false;
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString &arg = args.at(i);
         if (arg == QLatin1String("--help") || arg == QLatin1String("-h")) {
@@ -45,26 +42,15 @@ QString parse(const QStringList &args, MacroOptions &o, bool allowAll, bool allo
             o.write = true;
             continue;
         }
-        if (arg != QLatin1String("--hotkeys") && arg != QLatin1String("--macro") && arg != QLatin1String("--number"))
+        QString problem;
+        if (!TakeMacroOption(args, i, o.choice, problem))
             return QStringLiteral("unknown argument '%1'").arg(arg);
-        if (i + 1 >= args.size())
-            return QStringLiteral("%1 needs a value").arg(arg);
-        const QString value = args.at(++i);
-        if (arg == QLatin1String("--hotkeys")) {
-            o.hotkeysFile = value;
-        } else if (arg == QLatin1String("--macro")) {
-            o.macroName = value;
-            hasName = true;
-        } else {
-            bool ok = false;
-            o.number = value.toInt(&ok);
-            if (!ok)
-                return QStringLiteral("--number needs a whole number, not '%1'").arg(value);
-        }
+        if (!problem.isEmpty())
+            return problem;
     }
-    if (o.hotkeysFile.isEmpty())
+    if (o.choice.hotkeysFile.isEmpty())
         return QStringLiteral("--hotkeys FILE is required");
-    if (int(hasName) + int(o.number.has_value()) + int(o.all) != 1)
+    if (int(o.choice.hasName) + int(o.choice.number.has_value()) + int(o.all) != 1)
         return allowAll ? QStringLiteral("give exactly one of --macro NAME, --number N and --all")
                         : QStringLiteral("give exactly one of --macro NAME and --number N");
     return {};
@@ -131,12 +117,12 @@ int RunCheck(const QStringList &args, QTextStream &out, QTextStream &err)
     }
     if (!problem.isEmpty())
         return usage(problem, CheckUsageText(), err);
-    if (!LoadHotkeysFile(o.hotkeysFile, err))
+    if (!LoadHotkeysFile(o.choice.hotkeysFile, err))
         return kExitUsage;
     const DisplayScreen screen;
     const hotkeys::HotkeyTable &table = hotkeys::table();
     if (!o.all) {
-        const int number = SelectMacro(o.hotkeysFile, o.macroName, o.number, err);
+        const int number = SelectMacro(o.choice.hotkeysFile, o.choice.macroName, o.choice.number, err);
         if (number == 0)
             return kExitUsage;
         QString code = table.at(number).Code;
@@ -167,9 +153,9 @@ int RunFormat(const QStringList &args, QTextStream &out, QTextStream &err)
     }
     if (!problem.isEmpty())
         return usage(problem, FormatUsageText(), err);
-    if (!LoadHotkeysFile(o.hotkeysFile, err))
+    if (!LoadHotkeysFile(o.choice.hotkeysFile, err))
         return kExitUsage;
-    const int number = SelectMacro(o.hotkeysFile, o.macroName, o.number, err);
+    const int number = SelectMacro(o.choice.hotkeysFile, o.choice.macroName, o.choice.number, err);
     if (number == 0)
         return kExitUsage;
     hotkeys::Hotkey &hotkey = hotkeys::table().at(number);
@@ -186,7 +172,7 @@ int RunFormat(const QStringList &args, QTextStream &out, QTextStream &err)
     if (changed && o.write) {
         hotkey.Code = code;
         if (!hotkeys::UpdateHotkeyWordsFile()) {
-            err << "sonamark-cli: " << o.hotkeysFile << " could not be written" << Qt::endl;
+            err << "sonamark-cli: " << o.choice.hotkeysFile << " could not be written" << Qt::endl;
             return kExitUsage;
         }
     }

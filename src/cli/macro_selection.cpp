@@ -7,6 +7,32 @@
 
 namespace cli {
 
+bool TakeMacroOption(const QStringList &args, qsizetype &i, MacroChoice &choice, QString &problem)
+{
+    const QString &arg = args.at(i);
+    if (arg != QLatin1String("--hotkeys") && arg != QLatin1String("--macro") && arg != QLatin1String("--number"))
+        return false;
+    if (i + 1 >= args.size()) {
+        problem = QStringLiteral("%1 needs a value").arg(arg);
+        return true;
+    }
+    const QString value = args.at(++i);
+    if (arg == QLatin1String("--hotkeys")) {
+        choice.hotkeysFile = value;
+    } else if (arg == QLatin1String("--macro")) {
+        choice.macroName = value;
+        choice.hasName = true;
+    } else {
+        bool ok = false;
+        const int n = value.toInt(&ok);
+        if (ok)
+            choice.number = n;
+        else
+            problem = QStringLiteral("--number needs a whole number, not '%1'").arg(value);
+    }
+    return true;
+}
+
 bool LoadHotkeysFile(const QString &file, QTextStream &err)
 {
     hotkeys::HotkeyTable &table = hotkeys::table();

@@ -16,9 +16,7 @@ namespace cli {
 namespace {
 
 struct RunOptions {
-    QString hotkeysFile;
-    QString macroName;
-    std::optional<int> number;
+    MacroChoice choice;
     std::deque<int> answers;
     bool showMessages = false;
 };
@@ -40,50 +38,40 @@ std::optional<int> parseAnswer(const QString &word)
 // "" when the options are complete, otherwise what is wrong.
 QString parseRunOptions(const QStringList &args, RunOptions &o)
 {
-    bool hasMacro = false;
     for (qsizetype i = 1; i < args.size(); ++i) {
         const QString &arg = args.at(i);
-        const bool hasValue = i + 1 < args.size();
         if (arg == QLatin1String("--show-messages")) {
             o.showMessages = true;
             continue;
         }
-        if (arg != QLatin1String("--hotkeys") && arg != QLatin1String("--macro") && arg != QLatin1String("--number")
-            && arg != QLatin1String("--answer"))
+        QString problem;
+        if (TakeMacroOption(args, i, o.choice, problem)) {
+            if (!problem.isEmpty())
+                return problem;
+            continue;
+        }
+        if (arg != QLatin1String("--answer"))
             return QStringLiteral("unknown argument '%1'").arg(arg);
-        if (!hasValue)
+        if (i + 1 >= args.size())
             return QStringLiteral("%1 needs a value").arg(arg);
         const QString value = args.at(++i);
-        if (arg == QLatin1String("--hotkeys")) {
-            o.hotkeysFile = value;
-        } else if (arg == QLatin1String("--macro")) {
-            o.macroName = value;
-            hasMacro = true;
-        } else if (arg == QLatin1String("--number")) {
-            bool ok = false;
-            const int n = value.toInt(&ok);
-            if (!ok)
-                return QStringLiteral("--number needs a whole number, not '%1'").arg(value);
-            o.number = n;
-        } else {
-            const std::optional<int> answer = parseAnswer(value);
-            if (!answer)
-                return QStringLiteral("--answer takes yes, no, cancel or ok, not '%1'").arg(value);
-            o.answers.push_back(*answer);
-        }
+        const std::optional<int> answer = parseAnswer(value);
+        if (!answer)
+            return QStringLiteral("--answer takes yes, no, cancel or ok, not '%1'").arg(value);
+        o.answers.push_back(*answer);
     }
-    if (o.hotkeysFile.isEmpty())
+    if (o.choice.hotkeysFile.isEmpty())
         return QStringLiteral("--hotkeys FILE is required");
-    if (hasMacro == o.number.has_value())
+    if (o.choice.hasName == o.choice.number.has_value())
         return QStringLiteral("give exactly one of --macro NAME and --number N");
     return {};
 }
 
 int runMacro(const RunOptions &o, QTextStream &out, QTextStream &err)
 {
-    if (!LoadHotkeysFile(o.hotkeysFile, err))
+    if (!LoadHotkeysFile(o.choice.hotkeysFile, err))
         return kExitUsage;
-    const int number = SelectMacro(o.hotkeysFile, o.macroName, o.number, err);
+    const int number = SelectMacro(o.choice.hotkeysFile, o.choice.macroName, o.choice.number, err);
     if (number == 0)
         return kExitUsage;
     const hotkeys::HotkeyTable &table = hotkeys::table();
