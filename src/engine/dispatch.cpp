@@ -2,8 +2,10 @@
 
 #include "engine/composition.h"
 #include "engine/control_statements.h"
+#include "engine/file_statements.h"
 #include "engine/input_statements.h"
 #include "engine/keystrokes.h"
+#include "engine/reader_statements.h"
 #include "engine/run_state.h"
 #include "engine/web_source.h"
 #include "macro/commands.h"
@@ -136,6 +138,52 @@ QString DoAction(int line)
         return guarded(command, [&] { return DoYESNOCANCEL(line); });
     case macro::CmdWEBSOURCE:
         return guarded(command, [&] { return DoWEBSOURCE(line); });
+    case macro::CmdLOADFILE:
+        return guarded(command, [&] { return DoLOADFILE(line); });
+    case macro::CmdSAVEFILE:
+        return guarded(command, [&] { return DoSAVEFILE(line); });
+    case macro::CmdOPEN:
+        return guarded(command, [&] { return DoOPEN(line); });
+    case macro::CmdCLOSE:
+        return guarded(command, [&] { return DoCLOSE(line); });
+    case macro::CmdREAD:
+        return guarded(command, [&] { return DoREAD(line); });
+    case macro::CmdWRITE:
+        return guarded(command, [&] { return DoWRITE(line); });
+    case macro::CmdKILLFILE:
+        return guarded(command, [&] { return DoKILLFILE(line); });
+    case macro::CmdCOPYFILE:
+        return guarded(command, [&] { return DoCOPYFILE(line); });
+    case macro::CmdPATHEXISTS:
+        return guarded(command, [&] { return DoPATHEXISTS(line); });
+    case macro::CmdSHORTPATH:
+        return guarded(command, [&] { return DoSHORTPATH(line); });
+    case macro::CmdDATEDIFF:
+        return guarded(command, [&] { return DoDATEDIFF(line); });
+    case macro::CmdFINDSTRING:
+        return guarded(command, [&] { return DoFINDSTRING(line); });
+    case macro::CmdCLIP:
+        return guarded(command, [&] { return DoCLIP(line); });
+    case macro::CmdMAKEMP3:
+        return guarded(command, [&] { return DoMAKEMP3(line); });
+    case macro::CmdPRINTSELECTED:
+        return guarded(command, [&] { return DoPRINTSELECTED(line); });
+    case macro::CmdPRINT:
+        return guarded(command, [&] { return DoPRINT(line); });
+    case macro::CmdGETCLIP:
+        return guarded(command, [&] { return DoGETCLIP(line); });
+    case macro::CmdSETCLIP:
+        return guarded(command, [&] { return DoSETCLIP(line); });
+    case macro::CmdLOADCLIP:
+        return guarded(command, [&] { return DoLOADCLIP(line); });
+    case macro::CmdSAVECLIP:
+        return guarded(command, [&] { return DoSAVECLIP(line); });
+    case macro::CmdGETMULTICLIP:
+        return guarded(command, [&] { return DoGETMULTICLIP(line); });
+    case macro::CmdSETMULTICLIP:
+        return guarded(command, [&] { return DoSETMULTICLIP(line); });
+    case macro::CmdLISTHOTKEYS:
+        return guarded(command, [&] { return DoLISTHOTKEYS(line); });
     case macro::CmdENDIF:
         return {};
     default:

@@ -28,14 +28,6 @@ const QLatin1String kFatal("FATAL ERROR");
 const QString kIdleStatus = QStringLiteral("Sonamark - Idle");
 const QString kMonitoringStatus = QStringLiteral("Monitoring Clipboard..");
 
-void setTray(platform::TrayPicture picture, const QString &tip)
-{
-    if (platform::TrayIcon *tray = platform::services().tray) {
-        tray->changeIcon(picture);
-        tray->changeTip(tip.left(platform::TrayIcon::kTipLength));
-    }
-}
-
 void appendError(QString &errorText, int errorCount, int line, const QString &msg)
 {
     const QString entry = QString::number(errorCount) + QStringLiteral(") Line ") + QString::number(line)
@@ -189,7 +181,7 @@ void SetupRunningMacro(int index)
     const QString status = QStringLiteral("Sonamark - Running macro \"") + hotkeys::table().at(index).Description
                            + QStringLiteral("\"..");
     ShowStatusText(status);
-    setTray(platform::TrayPicture::Macro, status);
+    ShowTray(platform::TrayPicture::Macro, status);
 }
 
 void FinishRunningMacro()
@@ -212,10 +204,10 @@ void RestoreCurrentState()
 {
     const ReaderState reader = SaveReaderState();
     if (reader.monitoring)
-        setTray(reader.spellChecking ? platform::TrayPicture::SpellMonitoring : platform::TrayPicture::Monitoring,
+        ShowTray(reader.spellChecking ? platform::TrayPicture::SpellMonitoring : platform::TrayPicture::Monitoring,
                 kMonitoringStatus);
     else
-        setTray(platform::TrayPicture::Idle, kIdleStatus);
+        ShowTray(platform::TrayPicture::Idle, kIdleStatus);
 }
 
 } // namespace engine

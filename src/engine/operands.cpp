@@ -13,8 +13,14 @@ namespace {
 
 const QString kBlank = QStringLiteral(" ");
 
-// The text between the first blank and the closing bracket, or "" when there is none.
-QString operandText(const QString &text)
+QString frame(const QString &message, const QString &statementName)
+{
+    return message + QStringLiteral(" for ") + statementName + QStringLiteral(" statement");
+}
+
+} // namespace
+
+QString OperandText(const QString &text)
 {
     const int blank = macro::InStr(text, kBlank);
     if (blank == 0)
@@ -25,19 +31,11 @@ QString operandText(const QString &text)
     return macro::Mid(text, blank + 1, end - blank);
 }
 
-QString frame(const QString &message, const QString &statementName)
-{
-    return message + QStringLiteral(" for ") + statementName + QStringLiteral(" statement");
-}
-
-} // namespace
-
-bool GetFName(int line, QString &value, QString *rest)
+bool StringOperand(const QString &operand, QString &value, QString *rest)
 {
     value.clear();
     if (rest)
         rest->clear();
-    QString operand = operandText(runState().action(line).Text);
     if (operand.trimmed().isEmpty())
         return false;
     QString after;
@@ -61,6 +59,11 @@ bool GetFName(int line, QString &value, QString *rest)
     if (rest)
         *rest = after.trimmed();
     return true;
+}
+
+bool GetFName(int line, QString &value, QString *rest)
+{
+    return StringOperand(OperandText(runState().action(line).Text), value, rest);
 }
 
 QString GetStringAndResult(int line, const QString &statementName, const QString &varCaption,
@@ -121,6 +124,54 @@ QString GetStringAndResult(int line, const QString &statementName, const QString
     return {};
 }
 
+bool SplitOperands(const QString &lineText, QList<OperandToken> &tokens)
+{
+    tokens.clear();
+    const QString operands = OperandText(lineText);
+    qsizetype i = 0;
+    const qsizetype n = operands.size();
+    while (i < n) {
+        if (operands.at(i) == QLatin1Char(' ')) {
+            ++i;
+            continue;
+        }
+        if (operands.at(i) == macro::kQuote) {
+            const qsizetype close = operands.indexOf(macro::kQuote, i + 1);
+            if (close < 0)
+                return false;
+            tokens.append({operands.mid(i + 1, close - i - 1), true});
+            i = close + 1;
+            continue;
+        }
+        qsizetype end = operands.indexOf(QLatin1Char(' '), i);
+        if (end < 0)
+            end = n;
+        tokens.append({operands.mid(i, end - i), false});
+        i = end;
+    }
+    return true;
+}
+
+QString OperandValue(const OperandToken &token, const QString &varCaption, const QString &emptyCaption,
+                     QString &value)
+{
+    value.clear();
+    if (token.literal) {
+        value = token.text;
+    } else {
+        QString name = token.text;
+        int type = macro::kTypeString;
+        value = macro::GetVarVal(name, type);
+        if (name.isEmpty() || !macro::IsVarName(token.text))
+            return varCaption + QStringLiteral(" variable not assigned");
+        if (type == macro::kTypeNumber)
+            return QStringLiteral("Number variable not allowed");
+    }
+    if (value.isEmpty() && !emptyCaption.isEmpty())
+        return QStringLiteral("Empty ") + emptyCaption + QStringLiteral(" variable");
+    return {};
+}
+
 QString GetPositionOperand(const QString &word, const QString &caption, float limit, float &value)
 {
     value = 0;
@@ -151,7 +202,7 @@ QString GetMouseParams(int line, float &x, float &y)
     const macro::ActionLine &action = runState().action(line);
     const QString statementName = macro::CanonicalStatement(action.Command).replace(
         QStringLiteral(" x y]"), QStringLiteral(" xp yp]"));
-    QString operands = operandText(action.Text).trimmed();
+    QString operands = OperandText(action.Text).trimmed();
     const QStringList words = operands.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     if (words.size() != 2)
         return frame(QStringLiteral("Invalid format"), statementName);

@@ -1,11 +1,13 @@
 #include "engine/run_hooks.h"
 
+#include "engine/open_files.h"
 #include "hotkeys/hotkey_status.h"
 
 #include "hotkeys/hook_state.h"
 #include "hotkeys/input_hooks.h"
 #include "macro/sequences.h"
 #include "macro/variables.h"
+#include "platform/services.h"
 #include "reader/clip_store.h"
 #include "reader/clipboard_monitor.h"
 
@@ -25,7 +27,7 @@ bool NumberVariableValue(const QString &name, double &value)
 
 void ResetLoopSlots() { macro::ResetSequences(); }
 
-void CloseMacroFiles() {}
+void CloseMacroFiles() { CloseAllOpenFiles(); }
 
 void ReleaseMacroMouseHook()
 {
@@ -46,6 +48,14 @@ ReaderState SaveReaderState()
 {
     const reader::ClipView *view = reader::clipView();
     return {reader::monitor().Monitoring, view && view->spellClipMode()};
+}
+
+void ShowTray(platform::TrayPicture picture, const QString &tip)
+{
+    if (platform::TrayIcon *tray = platform::services().tray) {
+        tray->changeIcon(picture);
+        tray->changeTip(tip.left(platform::TrayIcon::kTipLength));
+    }
 }
 
 void SetStatusTextSink(std::function<void(const QString &)> sink) { g_statusSink = std::move(sink); }

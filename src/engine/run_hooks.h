@@ -2,6 +2,8 @@
 // Points where subsystems of later building steps plug into the interpreter. Each
 // function here is a stand-in with the effect the interpreter needs today; the owning
 // subsystem replaces its body when it lands.
+#include "platform/tray_icon.h"
+
 #include <QString>
 #include <functional>
 
@@ -31,6 +33,9 @@ struct ReaderState {
 };
 // Records the reader's state for the clipboard statements and returns it.
 ReaderState SaveReaderState();
+
+// The tray icon's picture and tip (cut to the tip's length).
+void ShowTray(platform::TrayPicture picture, const QString &tip);
 
 // Status panel 1 of the main window; the window installs its setter.
 void SetStatusTextSink(std::function<void(const QString &)> sink);

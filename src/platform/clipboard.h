@@ -32,6 +32,23 @@ public:
     virtual PicturePtr picture() = 0;
     // Puts a picture on the clipboard (one taken by picture() earlier).
     virtual void setPicture(const PicturePtr &picture) = 0;
+
+    // Puts the picture of an image file on the clipboard. False when the file could not
+    // be read as a picture (or this clipboard holds no pictures).
+    virtual bool setPictureFromFile(const QString &path)
+    {
+        Q_UNUSED(path);
+        return false;
+    }
+    // Writes the clipboard's picture to path, in the format that the last characters of
+    // the name give (".BMP", "JPG", "JPEG", "GIF", "TIFF"). False, with *error, when the
+    // clipboard holds no picture or the file could not be written.
+    virtual bool savePictureToFile(const QString &path, QString *error)
+    {
+        Q_UNUSED(path);
+        *error = QStringLiteral("This clipboard holds no pictures.");
+        return false;
+    }
 };
 
 } // namespace platform

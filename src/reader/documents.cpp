@@ -130,13 +130,7 @@ bool wordReaderInstalled()
 // Writes the box to path as its name says (rich or plain). Returns "" or the error.
 QString writeDocument(const QString &path)
 {
-    TextBox *box = textBox();
-    QByteArray bytes;
-    if (IsRichTextFile(path))
-        bytes = WriteRtf(box->richDocument()) + "\r\n";
-    else
-        bytes = PlainFileBytes(box->text());
-    return shell::WriteFileAtomically(path, bytes);
+    return WriteReaderDocument(path, IsRichTextFile(path));
 }
 
 void showSaveFailure(const QString &path, const QString &error)
@@ -181,6 +175,15 @@ QString QtFileFilter(const QString &filter)
                    + QLatin1Char(')');
     }
     return out.join(QStringLiteral(";;"));
+}
+
+QString WriteReaderDocument(const QString &path, bool rich)
+{
+    TextBox *box = textBox();
+    if (!box)
+        return QStringLiteral("There is no text box.");
+    const QByteArray bytes = rich ? WriteRtf(box->richDocument()) + "\r\n" : PlainFileBytes(box->text());
+    return shell::WriteFileAtomically(path, bytes);
 }
 
 bool LooksBinary(const QByteArray &bytes) { return bytes.contains('\0'); }

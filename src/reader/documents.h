@@ -31,6 +31,10 @@ QString PlainTextOfFile(const QByteArray &bytes);
 // line break is CR LF, whatever the file had when it was read.
 QByteArray PlainFileBytes(const QString &text);
 
+// Writes the box's text to path, as rich text or as plain text, atomically. Returns ""
+// or the reason it failed. The document's name and changed flag are left alone.
+QString WriteReaderDocument(const QString &path, bool rich);
+
 // The menu entries and buttons.
 void mnuFileLoad_Click();
 void mnuFileSave_Click();

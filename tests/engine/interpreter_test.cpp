@@ -38,15 +38,16 @@ TEST_F(EngineTest, EmptyDisabledAndCommentOnlyMacros)
 
 TEST_F(EngineTest, RuntimeReportListsNumberedMessages)
 {
-    // Statements of later steps report themselves as not available and the macro goes on.
-    const QString code = QStringLiteral("# first\r\n[SPELLCHECK]\r\nab\r\n[PRINTSELECTED]");
+    // Messages that are not fatal are numbered and the macro goes on.
+    const QString code = QStringLiteral("# first\r\n[GETMULTICLIP 6 X]\r\nab\r\n[CLOSE 1]");
     const int n = addMacro(QStringLiteral("Two"), code);
     EXPECT_EQ(RunMacro(n), QString());
     EXPECT_EQ(fakes.keys.sent, QStringList{QStringLiteral("SENDKEYS ab")});
     EXPECT_EQ(fakes.textWindow.caption, QStringLiteral("ERROR REPORT"));
     const QString expected = kRule + "\r\nRuntime Error Report for Hotkey 1 \"Two\"\r\n" + kRule
-                             + "\r\n1:# first\r\n2:[SPELLCHECK]\r\n3:ab\r\n4:[PRINTSELECTED]\r\n" + kRule + "\r\n"
-                             + "1) Line 1 " + NotAvailableMessage(14) + "\r\n2) Line 3 " + NotAvailableMessage(17)
+                             + "\r\n1:# first\r\n2:[GETMULTICLIP 6 X]\r\n3:ab\r\n4:[CLOSE 1]\r\n" + kRule + "\r\n"
+                             + "1) Line 1 Invalid clip number (1-5) for [GETMULTICLIP n Var] statement"
+                             + "\r\n2) Line 3 No files open for [CLOSE n] statement"
                              + "\r\n\r\n\r\nThere were 2 error messages";
     EXPECT_EQ(fakes.textWindow.text, expected);
 }

@@ -4,7 +4,10 @@
 #include <QDateTime>
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QImageReader>
+#include <QImageWriter>
 #include <QLoggingCategory>
+#include <QSaveFile>
 #include <QWindow>
 #include <QAbstractNativeEventFilter>
 
@@ -140,6 +143,36 @@ QString QtClipboard::text()
     return m_text;
 }
 
+namespace {
+
+QImage imageOf(const Picture &picture)
+{
+    if (const auto *own = dynamic_cast<const QtPicture *>(&picture))
+        return own->image();
+    QImage image(picture.width(), picture.height(), QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, picture.pixel(x, y));
+    return image;
+}
+
+// The image format that the end of a file name gives.
+QByteArray formatOfName(const QString &path)
+{
+    const QString tail = path.right(4).toUpper();
+    if (tail == QLatin1String(".BMP"))
+        return "BMP";
+    if (tail.endsWith(QLatin1String("JPG")) || tail == QLatin1String("JPEG"))
+        return "JPEG";
+    if (tail.endsWith(QLatin1String("GIF")))
+        return "GIF";
+    if (tail == QLatin1String("TIFF") || tail.endsWith(QLatin1String("TIF")))
+        return "TIFF";
+    return "PNG";
+}
+
+} // namespace
+
 PicturePtr QtClipboard::picture()
 {
     if (m_pictureSlot.fresh)
@@ -180,10 +213,7 @@ void QtClipboard::setPicture(const PicturePtr &picture)
     if (own) {
         image = own->image();
     } else {
-        image = QImage(picture->width(), picture->height(), QImage::Format_ARGB32);
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x)
-                image.setPixel(x, y, picture->pixel(x, y));
+        image = imageOf(*picture);
     }
     claim([&] { qtClipboard()->setImage(image); });
     m_foreignTime = 0;
@@ -191,6 +221,37 @@ void QtClipboard::setPicture(const PicturePtr &picture)
     m_picture = std::make_shared<QtPicture>(image);
     m_textSlot = Slot{true, m_changes};
     m_pictureSlot = Slot{true, m_changes};
+}
+
+bool QtClipboard::setPictureFromFile(const QString &path)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QImage image = reader.read();
+    if (image.isNull())
+        return false;
+    setPicture(std::make_shared<QtPicture>(image));
+    return true;
+}
+
+bool QtClipboard::savePictureToFile(const QString &path, QString *error)
+{
+    const PicturePtr current = picture();
+    if (!current || current->isEmpty()) {
+        *error = QStringLiteral("The clipboard holds no picture.");
+        return false;
+    }
+    const QByteArray format = formatOfName(path);
+    QImage image = imageOf(*current);
+    if (format == "JPEG" || format == "BMP")
+        image = image.convertToFormat(QImage::Format_RGB32);
+    QSaveFile file(path);
+    QImageWriter writer(&file, format);
+    if (!file.open(QIODevice::WriteOnly) || !writer.write(image) || !file.commit()) {
+        *error = writer.error() != QImageWriter::UnknownError ? writer.errorString() : file.errorString();
+        return false;
+    }
+    return true;
 }
 
 void QtClipboard::clear()

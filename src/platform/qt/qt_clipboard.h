@@ -43,6 +43,8 @@ public:
     void clear() override;
     PicturePtr picture() override;
     void setPicture(const PicturePtr &picture) override;
+    bool setPictureFromFile(const QString &path) override;
+    bool savePictureToFile(const QString &path, QString *error) override;
 
     // Transfers from other programs started so far (for diagnostics and benchmarks).
     int transfers() const { return m_transfers; }
