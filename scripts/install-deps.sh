@@ -17,6 +17,7 @@ PACKAGES=(
   bc xvfb xauth fluxbox trayer xclip xdotool x11-utils x11-apps x11-xkb-utils
   pulseaudio pulseaudio-utils poppler-utils antiword procps imagemagick python3
   sox libsox-fmt-base ffmpeg mpg123 lame espeak-ng
+  libgif-dev qt6-image-formats-plugins
 )
 
 missing=()

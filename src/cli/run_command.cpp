@@ -6,9 +6,14 @@
 #include "engine/run_timer.h"
 #include "hotkeys/hotkeys_table.h"
 #include "platform/headless/headless_services.h"
+#include "platform/linux/xclip_clipboard.h"
+#include "reader/box_reader_text.h"
+#include "reader/memory_text_box.h"
+#include "reader/text_box.h"
 #include "shell/app_state.h"
 #include "shell/failure_report.h"
 
+#include <QScopeGuard>
 #include <optional>
 
 namespace cli {
@@ -83,6 +88,15 @@ int runMacro(const RunOptions &o, QTextStream &out, QTextStream &err)
     services.messages.answers = o.answers;
     if (o.showMessages)
         services.messages.echo = &err;
+    // The reader's text lives in memory: [LOADFILE], [SAVEFILE] and SONAMARKTEXT work on
+    // it. The clipboard is the X clipboard when there is a display, else there is none.
+    reader::MemoryTextBox box;
+    reader::SetTextBox(&box);
+    const auto noBox = qScopeGuard([] { reader::SetTextBox(nullptr); });
+    reader::BoxReaderText readerText;
+    platform::services().readerText = &readerText;
+    platform::XclipClipboard xclip;
+    platform::services().clipboard = platform::XclipClipboard::available() ? &xclip : nullptr;
 
     shell::app().PendingHotkey = number;
     shell::Guarded("(Form) frmSonamark::Sub RunTimer_Timer", [] { engine::RunTimer_Timer(); });
@@ -118,6 +132,10 @@ QString UsageText()
         "result report are printed on standard output as the report windows show them.\n"
         "Keystrokes are printed on standard error, one delivery a line: \"SENDKEYS <text>\"\n"
         "or \"KEY <code>\". Questions take the --answer values in order, then No.\n"
+        "File statements work on real files (relative paths from the current folder); the\n"
+        "reader's text is kept in memory; [GETCLIP] and [SETCLIP] use the X clipboard\n"
+        "through xclip when there is a display. Statements that open windows say that\n"
+        "they need the desktop program.\n"
         "Exit status: 0 no report, 1 a report was printed, 2 bad arguments or file,\n"
         "3 an internal failure was reported (\"FAILURE ...\" on standard error).\n");
 }

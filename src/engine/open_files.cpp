@@ -132,7 +132,11 @@ void WriteRec(int id, const QString &text)
     OpenFile *e = entry(id);
     if (!e || !e->file || e->Mode != kModeOutput)
         return;
-    QByteArray bytes = text.toUtf8();
+    // Every line break of the record is written as CR LF, as the record's own end is.
+    QString record = text;
+    record.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    record.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+    QByteArray bytes = record.toUtf8();
     bytes += "\r\n";
     if (e->file->write(bytes) != bytes.size())
         qCWarning(lcOpenFiles) << "writing" << e->Name << ":" << e->file->errorString();

@@ -286,13 +286,15 @@ void frmSonamark::RunTimer_Timer() { RunPendingHotkey(this); }
 
 void frmSonamark::mnuFileExit_Click() { close(); }
 
-void frmSonamark::mnuFileMP3_Click()
+void frmSonamark::ShowReadToFile(const QString &target)
 {
     frmVBLame dialog(this, [this] {
         if (speechPanel->listIndex() < 0 && speechPanel->List1->count() > 0)
             speechPanel->List1->setCurrentRow(0);
         return speechPanel->listIndex();
     });
+    if (!target.isEmpty())
+        dialog.SettxtOutputMp3File(target);
     dialog.exec();
 }
 

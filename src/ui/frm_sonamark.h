@@ -66,6 +66,9 @@ public:
     QAction *mnuHotkeysEnable = nullptr;
     QAction *mnuOptionsHotkeysEnable = nullptr;
 
+    // frmVBLame, modal, on the text box; a target fills its output name beforehand.
+    void ShowReadToFile(const QString &target);
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 
@@ -75,7 +78,7 @@ private:
     void trayClicked(int button);
     void mnuFileExit_Click();
     // "Save To MP3": the read-to-file dialog, modal.
-    void mnuFileMP3_Click();
+    void mnuFileMP3_Click() { ShowReadToFile(QString()); }
     void mnuHelpStartup_Click();
     void mnuHelpDeskTop_Click();
     void mnuHelpPage_Click(int index);

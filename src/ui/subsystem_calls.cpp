@@ -1,6 +1,7 @@
 #include "ui/subsystem_calls.h"
 
 #include "engine/clipboard_command.h"
+#include "engine/reader_statements.h"
 #include "engine/run_hooks.h"
 #include "engine/run_state.h"
 #include "engine/run_timer.h"
@@ -72,6 +73,9 @@ void ConnectMacroRunner(frmSonamark *window)
     // The hotkey editor is not part of this build: "edit instead" leaves the macro be.
     engine::SetCommandLineUi(commandUi);
     ConnectHotkeyMenus(window);
+    engine::ReaderWindows readerWindows;
+    readerWindows.readToFile = [window](const QString &target) { window->ShowReadToFile(target); };
+    engine::SetReaderWindows(readerWindows);
 }
 
 bool TrayClickTakenByMacro()

@@ -2,6 +2,7 @@
 // Skipped without an X display.
 #include "platform/qt/qt_clipboard.h"
 
+#include <QColor>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QImage>
@@ -167,6 +168,45 @@ TEST_F(QtClipboardTest, LargePictureFromAnotherProgramArrivesInPieces)
     platform::PicturePtr again = clipboard.picture();
     ASSERT_TRUE(again);
     EXPECT_EQ(again->pixel(0, 0), 0xffff0000u);
+}
+
+// Picture files in and out of the clipboard, for [LOADCLIP] and [SAVECLIP]: every format
+// by the end of its name, read back with the size and colours kept (JPEG within its loss).
+TEST_F(QtClipboardTest, PictureFilesGoOntoTheClipboardAndBackInEveryFormat)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    QImage source(37, 21, QImage::Format_RGB32);
+    source.fill(QColor(200, 40, 20));
+    for (int y = 8; y < 16; ++y)  // a band wide enough for JPEG's colour blur
+        for (int x = 0; x < 37; ++x)
+            source.setPixel(x, y, qRgb(10, 30, 220));
+    const QString input = dir.filePath("in.bmp");
+    ASSERT_TRUE(source.save(input));
+
+    platform::QtClipboard clipboard;
+    ASSERT_TRUE(clipboard.setPictureFromFile(input));
+    Pump(50);
+    platform::PicturePtr held = clipboard.picture();
+    ASSERT_TRUE(held);
+    EXPECT_EQ(held->width(), 37);
+    EXPECT_EQ(held->height(), 21);
+    EXPECT_FALSE(clipboard.setPictureFromFile(dir.filePath("missing.bmp")));
+
+    for (const char *name : {"out.bmp", "out.jpg", "out.JPEG", "out.gif", "out.tiff"}) {
+        const QString path = dir.filePath(QString::fromLatin1(name));
+        QString error;
+        ASSERT_TRUE(clipboard.savePictureToFile(path, &error)) << name << ": " << error.toStdString();
+        const QImage back(path);
+        ASSERT_FALSE(back.isNull()) << name;
+        EXPECT_EQ(back.size(), QSize(37, 21)) << name;
+        const QColor top = back.pixelColor(3, 3), line = back.pixelColor(3, 12);
+        EXPECT_NEAR(top.red(), 200, 24) << name;
+        EXPECT_NEAR(line.blue(), 220, 24) << name;
+    }
+    QString error;
+    EXPECT_FALSE(clipboard.savePictureToFile("/proc/sonamark.gif", &error));
+    EXPECT_FALSE(error.isEmpty());
 }
 
 int main(int argc, char **argv)

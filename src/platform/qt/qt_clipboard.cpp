@@ -1,5 +1,7 @@
 #include "platform/qt/qt_clipboard.h"
 
+#include "platform/qt/gif_writer.h"
+
 #include <QClipboard>
 #include <QDateTime>
 #include <QElapsedTimer>
@@ -243,6 +245,8 @@ bool QtClipboard::savePictureToFile(const QString &path, QString *error)
     }
     const QByteArray format = formatOfName(path);
     QImage image = imageOf(*current);
+    if (format == "GIF")
+        return WriteGif(image, path, error);
     if (format == "JPEG" || format == "BMP")
         image = image.convertToFormat(QImage::Format_RGB32);
     QSaveFile file(path);
