@@ -1,0 +1,11 @@
+#include "spell/spell_state.h"
+
+namespace spell {
+
+SpellState &spellState()
+{
+    static SpellState state;
+    return state;
+}
+
+} // namespace spell
