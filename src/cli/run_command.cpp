@@ -2,6 +2,7 @@
 
 #include "cli/check_command.h"
 #include "cli/macro_selection.h"
+#include "cli/spell_command.h"
 
 #include "engine/run_timer.h"
 #include "hotkeys/hotkeys_table.h"
@@ -124,6 +125,8 @@ QString UsageText()
         "  voices    lists the installed voices\n"
         "  speak     speaks a text\n"
         "  to-file   reads a text file into a WAV or MP3 file\n"
+        "  find      lists the files below a folder that match a pattern\n"
+        "  spell     lists the words of a text that the dictionary does not know\n"
         "\n"
         "Usage: sonamark-cli run --hotkeys FILE (--macro NAME | --number N)\n"
         "                        [--answer yes|no|cancel|ok]... [--show-messages]\n"
@@ -150,6 +153,8 @@ int RunCli(const QStringList &args, QTextStream &out, QTextStream &err)
         return RunCheck(args.mid(1), out, err);
     if (args.first() == QLatin1String("format"))
         return RunFormat(args.mid(1), out, err);
+    if (args.first() == QLatin1String("spell"))
+        return RunSpell(args.mid(1), out, err);
     if (args.first() != QLatin1String("run")) {
         err << "sonamark-cli: unknown command '" << args.first() << "'\n\n" << UsageText();
         return kExitUsage;

@@ -10,7 +10,4 @@ namespace engine {
 // through the failure window and gives "".
 QString DoAction(int line);
 
-// The message of a statement that this version cannot run yet.
-QString NotAvailableMessage(int command);
-
 } // namespace engine

@@ -14,6 +14,7 @@
 #include "reader/documents.h"
 #include "reader/text_box.h"
 #include "shell/delay.h"
+#include "spell/spell_check.h"
 #include "shell/on_top_message.h"
 
 #include <QFileInfo>
@@ -83,6 +84,46 @@ QString DoCLIP(int line)
     // next statement's status.
     RestoreCurrentState();
     return {};
+}
+
+QString DoSPELLCHECKMODE(int line)
+{
+    const QString word = onOffWord(line);
+    if (word.isEmpty())
+        return QStringLiteral("Invalid parameter for [SPELLCHECKMODE On/Off] statement");
+    if (!reader::clipView())
+        return needsDesktop(QStringLiteral("[SPELLCHECKMODE On/Off]"));
+    spell::SetSpellClipMode(word == QLatin1String("ON"));
+    return {};
+}
+
+QString DoSPELLCHECK(int)
+{
+    // Without a dictionary there is nothing to check with: said once, and the macro goes on.
+    if (!spell::SpellCheckAvailable()) {
+        shell::MsgBoxOT(spell::kNoDictionaryText, 0, spell::kNoDictionaryTitle);
+        return {};
+    }
+    platform::Clipboard *clipboard = platform::services().clipboard;
+    if (!clipboard || !reader::textBox())
+        return needsDesktop(QStringLiteral("[SPELLCHECK]"));
+    QString kept;
+    const QString selection = copyForegroundSelection(*clipboard, kept);
+    if (selection.isEmpty()) {
+        shell::MsgBoxOT(QStringLiteral("No selected text to spell check"), 0, QStringLiteral("Spell check"));
+        if (!kept.isEmpty())
+            clipboard->setText(kept);
+        return {};
+    }
+    // The checked text goes onto the clipboard, ready to be pasted over the selection;
+    // the reader's own document is only lent for the check.
+    const reader::BorrowedDocument borrowed;
+    fillReader(selection);
+    const QString error = spell::SpellCheck_OnTop(selection, false);
+    if (error.isEmpty())
+        return {};
+    shell::MsgBoxOT(QStringLiteral("Error spell checking the clipboard."), 0, QStringLiteral("Spell Check Error"));
+    return QStringLiteral("Error spell checking the clipboard for [SPELLCHECK] statement");
 }
 
 QString DoMAKEMP3(int line)

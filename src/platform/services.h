@@ -13,6 +13,7 @@
 #include "platform/prompts.h"
 #include "platform/reader_text.h"
 #include "platform/speech_engine.h"
+#include "platform/spell_checker.h"
 #include "platform/text_window.h"
 #include "platform/tray_icon.h"
 #include "platform/web_fetch.h"
@@ -38,6 +39,7 @@ struct Services {
     WindowFinder *windows = nullptr;
     Prompts *prompts = nullptr;
     WebFetch *web = nullptr;  // [WEBSOURCE]
+    SpellChecker *spell = nullptr;  // the spelling dictionary; none: no spell check
 };
 
 // The current set. Pointers are owned by whoever installed them and must outlive use.

@@ -56,6 +56,7 @@ public:
     virtual void setPasteClearEnabled(bool enabled) = 0;
     // The check of mnuPUSpellCheck.
     virtual bool spellClipMode() const = 0;
+    virtual void setSpellClipMode(bool) {}
 
     // Status panel 1 together with the tray tip; status panel 1 alone.
     virtual void setStatusText(const QString &text) = 0;

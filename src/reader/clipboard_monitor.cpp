@@ -68,6 +68,8 @@ bool g_inTimer1 = false;  // a tick that lets events run is not entered again
 
 void SetMacroRunner(MacroRunner runner) { g_runner = std::move(runner); }
 
+bool MacroIsRunning() { return MacroRunning(); }
+
 MonitorState &monitor()
 {
     static MonitorState state;

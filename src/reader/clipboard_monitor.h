@@ -33,6 +33,8 @@ struct MacroRunner {
     std::function<bool()> pollClipboardCommand;
 };
 void SetMacroRunner(MacroRunner runner);
+// True while the installed runner says a macro runs.
+bool MacroIsRunning();
 
 // "Monitoring Clipboard.." or "Sonamark - Idle".
 QString MonitorStatusText();

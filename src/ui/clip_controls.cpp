@@ -8,6 +8,7 @@
 #include "reader/tray_menu_forms.h"
 #include "shell/failure_report.h"
 #include "shell/settings.h"
+#include "spell/spell_check.h"
 #include "ui/frm_sonamark.h"
 #include "ui/speech_panel.h"
 
@@ -262,6 +263,14 @@ void ClipControls::setPasteClearEnabled(bool enabled)
 }
 
 bool ClipControls::spellClipMode() const { return m_window->mnuPUSpellCheck && m_window->mnuPUSpellCheck->isChecked(); }
+
+void ClipControls::setSpellClipMode(bool checked)
+{
+    if (m_window->mnuPUSpellCheck)
+        m_window->mnuPUSpellCheck->setChecked(checked);
+}
+
+void ClipControls::spellCheckClip(const QString &text) { spell::SpellCheckClip(text); }
 
 void ClipControls::setStatusText(const QString &text) { m_window->setStatusText(text); }
 void ClipControls::setPanel1(const QString &text) { m_window->sbStatusPanel1->setText(text); }

@@ -50,6 +50,8 @@ public:
     void setTimer5Enabled(bool enabled) override;
     void setPasteClearEnabled(bool enabled) override;
     bool spellClipMode() const override;
+    void setSpellClipMode(bool checked) override;
+    void spellCheckClip(const QString &text) override;
     void setStatusText(const QString &text) override;
     void setPanel1(const QString &text) override;
     void resetClipFont() override;

@@ -11,12 +11,14 @@
 #include "shell/quit.h"
 #include "shell/settings.h"
 #include "shell/startup.h"
+#include "spell/spell_check.h"
 #include "reader/date_panel.h"
 #include "reader/help_menu.h"
 #include "reader/clip_store.h"
 #include "reader/tray_menu_forms.h"
 #include "ui/clip_controls.h"
 #include "ui/document_menus.h"
+#include "ui/frm_find.h"
 #include "ui/speech_panel.h"
 #include "ui/subsystem_calls.h"
 #include "ui/frm_vb_lame.h"
@@ -31,6 +33,7 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QStatusBar>
 #include <QTextEdit>
 #include <QTimer>
@@ -136,15 +139,26 @@ void frmSonamark::buildMenus()
     connect(file->addAction(QStringLiteral("Exit")), &QAction::triggered, this, &frmSonamark::mnuFileExit_Click);
 
     QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    for (const char *caption : {"Word Wrap", "Font..", "Default Font", "Align", "Indent", "Bullets",
-                                "Find..", "Find Next", "Insert XML header", "Count Words",
-                                "Insert Date && Time", "Open Hyperlink"})
+    for (const char *caption : {"Word Wrap", "Font..", "Default Font", "Align", "Indent", "Bullets"})
+        later(edit, QLatin1String(caption));
+    mnuFormatFind = edit->addAction(QStringLiteral("Find.."));
+    connect(mnuFormatFind, &QAction::triggered, this, [this] {
+        shell::Guarded("(Form) frmSonamark::Sub mnuFormatFind_Click", [this] { mnuFormatFind_Click(); });
+    });
+    mnuFormatFindNext = edit->addAction(QStringLiteral("Find Next"));
+    connect(mnuFormatFindNext, &QAction::triggered, this, [this] {
+        shell::Guarded("(Form) frmSonamark::Sub mnuFormatFindNext_Click",
+                       [this] { FindNextText(txtSpeech, m_find); });
+    });
+    for (const char *caption : {"Insert XML header", "Count Words", "Insert Date && Time", "Open Hyperlink"})
         later(edit, QLatin1String(caption));
 
     clipControls->addClipboardMenu(menuBar()->addMenu(QStringLiteral("&Clipboard")));
 
     mnuSpellCheck = menuBar()->addAction(QStringLiteral("&Spell Check"));
-    mnuSpellCheck->setEnabled(false);
+    connect(mnuSpellCheck, &QAction::triggered, this, [] {
+        shell::Guarded("(Form) frmSonamark::Sub mnuSpellCheck_Click", [] { spell::mnuSpellCheck_Click(); });
+    });
 
     documentMenus->addExceptionsMenu(menuBar()->addMenu(QStringLiteral("E&xceptions")));
 
@@ -180,7 +194,16 @@ void frmSonamark::buildMenus()
     mnuPause = later(mnuPopUp, QStringLiteral("Pause"));
     mnuStop = later(mnuPopUp, QStringLiteral("Stop"));
     mnuSeparatorSC = mnuPopUp->addSeparator();
-    mnuPUSpellCheck = later(mnuPopUp, QStringLiteral("Spell Check"));
+    mnuPUSpellCheck = mnuPopUp->addAction(QStringLiteral("Spell Check"));
+    mnuPUSpellCheck->setCheckable(true);
+    connect(mnuPUSpellCheck, &QAction::triggered, this, [this] {
+        // The handler flips the check itself; undo the flip the menu made on the click.
+        {
+            const QSignalBlocker block(mnuPUSpellCheck);
+            mnuPUSpellCheck->setChecked(!mnuPUSpellCheck->isChecked());
+        }
+        shell::Guarded("(Form) frmSonamark::Sub mnuPUSpellCheck_Click", [] { spell::mnuPUSpellCheck_Click(); });
+    });
     mnuSeparator1 = mnuPopUp->addSeparator();
     QMenu *options = mnuPopUp->addMenu(QStringLiteral("Options"));
     mnuOptions = options->menuAction();
@@ -285,6 +308,15 @@ void frmSonamark::Timer3_Timer() { CollectClipboard(this); }
 void frmSonamark::RunTimer_Timer() { RunPendingHotkey(this); }
 
 void frmSonamark::mnuFileExit_Click() { close(); }
+
+void frmSonamark::mnuFormatFind_Click()
+{
+    if (!m_find)
+        m_find = new frmFind(txtSpeech, this);  // loaded once, unloaded with the window
+    m_find->show();
+    m_find->raise();
+    m_find->activateWindow();
+}
 
 void frmSonamark::ShowReadToFile(const QString &target)
 {

@@ -22,6 +22,7 @@ namespace ui {
 class ClipControls;
 class DocumentMenus;
 class SpeechPanel;
+class frmFind;
 
 class frmSonamark : public QMainWindow {
     Q_OBJECT
@@ -64,6 +65,8 @@ public:
     QAction *mnuSeparator3 = nullptr;
     QAction *mnuClose = nullptr;
     QAction *mnuHotkeysEnable = nullptr;
+    QAction *mnuFormatFind = nullptr;
+    QAction *mnuFormatFindNext = nullptr;
     QAction *mnuOptionsHotkeysEnable = nullptr;
 
     // frmVBLame, modal, on the text box; a target fills its output name beforehand.
@@ -77,6 +80,8 @@ private:
     void buildControls();
     void trayClicked(int button);
     void mnuFileExit_Click();
+    // Edit > Find..: the modeless frmFind on txtSpeech, loaded at the first use.
+    void mnuFormatFind_Click();
     // "Save To MP3": the read-to-file dialog, modal.
     void mnuFileMP3_Click() { ShowReadToFile(QString()); }
     void mnuHelpStartup_Click();
@@ -91,6 +96,7 @@ private:
     bool m_loaded = false;
     bool m_unloaded = false;
     QString m_statusText;
+    frmFind *m_find = nullptr;  // frmFind, once loaded
     QHBoxLayout *m_controlRow = nullptr;  // font size, cmdClipToggle
     reader::DatePanelClock m_dateClock;
 };

@@ -6,11 +6,13 @@
 #include "shell/app_state.h"
 #include "shell/failure_report.h"
 #include "shell/settings.h"
+#include "ui/frm_hotkey_list.h"
 #include "ui/frm_sonamark.h"
 #include "ui/recording_window.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
 #include <QTimer>
 #include <memory>
 
@@ -19,12 +21,22 @@ namespace ui {
 namespace {
 
 const QString kMakeMacro = QStringLiteral("Make Hotkeys Macro");
+const QString kListHotkeys = QStringLiteral("List Hotkeys");
 
 std::unique_ptr<MainRecordingWindow> g_recordingWindow;
+QPointer<frmSonamark> g_window;
 
 void mnuHotkeysMakeMacro_Click()
 {
     shell::Guarded("(Form) frmSonamark::Sub mnuHotkeysMakeMacro_Click", [] { hotkeys::StartRecording(); });
+}
+
+// "Enable Hotkeys", on the bar and in the tray menu, checked as the option stands.
+void CheckEnableEntries(frmSonamark *window)
+{
+    const bool on = shell::settings().HotkeysEnabledOpt == QLatin1String("1");
+    window->mnuHotkeysEnable->setChecked(on);
+    window->mnuOptionsHotkeysEnable->setChecked(on);
 }
 
 void mnuHotkeysEnable_Click(frmSonamark *window)
@@ -35,20 +47,23 @@ void mnuHotkeysEnable_Click(frmSonamark *window)
                                                                                : QStringLiteral("1");
         if (!shell::app().WindowLoading)
             shell::app().OptionsDirty = true;
-        const bool on = opts.HotkeysEnabledOpt == QLatin1String("1");
-        window->mnuHotkeysEnable->setChecked(on);
-        window->mnuOptionsHotkeysEnable->setChecked(on);
+        CheckEnableEntries(window);
         hotkeys::UpdateHookPlan();
     });
 }
 
-// The "Make Hotkeys Macro" entry of a menu.
-QAction *MakeMacroEntry(QMenu *menu)
+void mnuHotkeysList_Click(frmSonamark *window)
+{
+    shell::Guarded("(Form) frmSonamark::Sub mnuHotkeysList_Click", [window] { ShowHotkeyList(window); });
+}
+
+// The entry of a menu with this caption.
+QAction *MenuEntry(QMenu *menu, const QString &caption)
 {
     if (!menu)
         return nullptr;
     for (QAction *action : menu->actions())
-        if (action->text() == kMakeMacro)
+        if (action->text() == caption)
             return action;
     return nullptr;
 }
@@ -57,6 +72,7 @@ QAction *MakeMacroEntry(QMenu *menu)
 
 void ConnectHotkeyMenus(frmSonamark *window)
 {
+    g_window = window;
     g_recordingWindow = std::make_unique<MainRecordingWindow>(window);
     hotkeys::SetRecordingWindow(g_recordingWindow.get());
     QObject::connect(window, &QObject::destroyed, [] {
@@ -68,16 +84,28 @@ void ConnectHotkeyMenus(frmSonamark *window)
     if (!hotkeys::hookState().KeyboardHooked)
         return;
     QMenu *trayHotkeys = qobject_cast<QMenu *>(window->mnuOptionsHotkeysEnable->parent());
-    for (QAction *entry : {MakeMacroEntry(window->mnuHotkeys), MakeMacroEntry(trayHotkeys)}) {
+    for (QAction *entry : {MenuEntry(window->mnuHotkeys, kMakeMacro), MenuEntry(trayHotkeys, kMakeMacro)}) {
         if (!entry)
             continue;
         entry->setEnabled(true);
         QObject::connect(entry, &QAction::triggered, window, [] { mnuHotkeysMakeMacro_Click(); });
     }
+    for (QAction *entry : {MenuEntry(window->mnuHotkeys, kListHotkeys), MenuEntry(trayHotkeys, kListHotkeys)}) {
+        if (!entry)
+            continue;
+        entry->setEnabled(true);
+        QObject::connect(entry, &QAction::triggered, window, [window] { mnuHotkeysList_Click(window); });
+    }
     for (QAction *entry : {window->mnuHotkeysEnable, window->mnuOptionsHotkeysEnable}) {
         entry->setEnabled(true);
         QObject::connect(entry, &QAction::triggered, window, [window] { mnuHotkeysEnable_Click(window); });
     }
+}
+
+void ShowHotkeysEnabled()
+{
+    if (g_window)
+        CheckEnableEntries(g_window);
 }
 
 } // namespace ui

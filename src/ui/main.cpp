@@ -1,6 +1,7 @@
 // sonamark: the resident program.
 #include "engine/run_state.h"
 #include "platform/espeak/espeak_engine.h"
+#include "platform/hunspell/hunspell_checker.h"
 #include "platform/linux/antiword_files.h"
 #include "platform/linux/proc_processes.h"
 #include "platform/qt/qt_clipboard.h"
@@ -11,19 +12,22 @@
 #include "platform/services.h"
 #include "reader/box_reader_text.h"
 #include "reader/exceptions.h"
+#include "search/find_files.h"
 #include "platform/x11/x11_input_hooks.h"
 #include "platform/x11/x11_key_sender.h"
 #include "platform/x11/x11_mouse_sender.h"
 #include "platform/x11/x11_window_finder.h"
 #include "shell/failure_report.h"
 #include "shell/startup.h"
+#include "spell/spell_check.h"
 #include "ui/frm_aot_msg.h"
 #include "ui/frm_display_error.h"
+#include "ui/frm_find_files.h"
 #include "ui/frm_sonamark.h"
+#include "ui/frm_spell_it.h"
 #include "ui/frm_text.h"
 #include "ui/guarded_application.h"
 #include "ui/macro_prompts.h"
-#include "ui/spell_probe.h"
 #include "ui/subsystem_calls.h"
 
 #include <QTimer>
@@ -53,6 +57,7 @@ int main(int argc, char **argv)
     platform::QtWebFetch web;
     reader::BoxReaderText readerText;
     ui::MacroPrompts prompts;
+    platform::HunspellChecker spellChecker;
     platform::Services services;
     services.speech = &speech;
     services.processes = &processes;
@@ -70,17 +75,20 @@ int main(int argc, char **argv)
     services.windows = &windows;
     services.prompts = &prompts;
     services.web = &web;
+    services.spell = &spellChecker;
     platform::install(services);
+    ui::InstallSpellWindow();
 
     std::unique_ptr<ui::frmSonamark> window;
     shell::SetQuitHandler([&window] {
         if (window)
             window->close();
     });
+    search::SetFindFilesOpener([&window] { ui::ShowFindFiles(window.get()); });
 
     shell::StartupSteps steps;
     steps.resetMacroRunner = [] { engine::runState().reset(); };
-    steps.probeDictionary = ui::DictionaryInstalled;
+    steps.probeDictionary = spell::SpellCheckAvailable;
     steps.getExceptions = reader::GetExceptions;
     steps.loadMainWindow = [&] {
         window = std::make_unique<ui::frmSonamark>(&tray);
@@ -106,7 +114,9 @@ int main(int argc, char **argv)
         break;
     }
     const int rc = QApplication::exec();
+    search::SetFindFilesOpener(nullptr);
     window.reset();
+    spell::SetSpellWindowOpener(nullptr);
     platform::install({});
     return rc;
 }

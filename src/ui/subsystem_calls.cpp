@@ -19,6 +19,7 @@
 #include "reader/speech.h"
 #include "shell/failure_report.h"
 #include "shell/settings.h"
+#include "ui/frm_hotkey_list.h"
 #include "ui/frm_sonamark.h"
 #include "ui/hotkey_menus.h"
 #include "ui/speech_panel.h"
@@ -75,6 +76,7 @@ void ConnectMacroRunner(frmSonamark *window)
     ConnectHotkeyMenus(window);
     engine::ReaderWindows readerWindows;
     readerWindows.readToFile = [window](const QString &target) { window->ShowReadToFile(target); };
+    readerWindows.hotkeyList = [window] { ShowHotkeyList(window); };
     engine::SetReaderWindows(readerWindows);
 }
 

@@ -22,6 +22,7 @@ printf 'Quarterly numbers printed from a macro.\r\n' > "$doc"
   printf '#TRUE#,"^%%o","ClipOff","[CLIP OFF]"\r\n'
   printf '#TRUE#,"^%%m","Mp3","[LOADFILE %s%s%s]\r\n[MAKEMP3 %s%s/out.mp3%s]"\r\n' "$q" "$doc" "$q" "$q" "$home" "$q"
   printf '#TRUE#,"^%%p","Print","[PRINT %s%s%s]"\r\n' "$q" "$doc" "$q"
+  printf '#TRUE#,"^%%l","List","[LISTHOTKEYS]\r\n[SETCLIP %slist closed%s]"\r\n' "$q" "$q"
 } > "$home/Hotkeys.txt"
 hotkey() { "$keys" down Control_L down Alt_L tap "$1" up Alt_L up Control_L; }
 clip() { xclip -selection clipboard -o 2>/dev/null; }
@@ -79,3 +80,12 @@ sleep 1
 pdftotext "$home/printed.pdf" - | grep -q "Quarterly numbers printed from a macro." \
   || fail "the PDF does not hold the document: $(pdftotext "$home/printed.pdf" - | head -3)"
 echo "ok - [PRINT] prints the file into a PDF that pdftotext reads back"
+
+hotkey l
+wait_for 15 managed_window_named "Hotkeys : Hotkeys.txt" || fail "[LISTHOTKEYS] did not open the hotkey list"
+list=$(managed_window_named "Hotkeys : Hotkeys.txt")
+[ -n "${SHOT:-}" ] && xwd -id "$list" -silent | convert xwd:- "$SHOT-list.png"
+xdotool windowactivate --sync "$list" key --clearmodifiers alt+q   # &Quit
+wait_for 10 sh -c '[ "$(xclip -selection clipboard -o 2>/dev/null)" = "list closed" ]' \
+  || fail "the macro did not go on after the hotkey list closed"
+echo "ok - [LISTHOTKEYS] opens the hotkey list modally and the macro goes on when it closes"

@@ -21,10 +21,10 @@ TEST_F(EngineTest, NestedMacrosBecomeOneFlatList)
 
 TEST_F(EngineTest, ReportOfAnExpandedMacroListsTheFlatList)
 {
-    addMacro(QStringLiteral("Outer"), QStringLiteral("[HOTKEY 2]\r\n[SPELLCHECK]"));
+    addMacro(QStringLiteral("Outer"), QStringLiteral("[HOTKEY 2]\r\n[GETMULTICLIP 6 X]"));
     addMacro(QStringLiteral("Inner"), QStringLiteral("a\r\nb"));
     EXPECT_EQ(RunMacro(1), QString());
-    EXPECT_TRUE(fakes.textWindow.text.contains(QStringLiteral("\r\n1:a\r\n2:b\r\n3:[SPELLCHECK]\r\n")));
+    EXPECT_TRUE(fakes.textWindow.text.contains(QStringLiteral("\r\n1:a\r\n2:b\r\n3:[GETMULTICLIP 6 X]\r\n")));
     EXPECT_TRUE(fakes.textWindow.text.contains(QStringLiteral("1) Line 3 ")));
 }
 

@@ -2,6 +2,7 @@
 #include "engine_fixture.h"
 
 #include "engine/open_files.h"
+#include "search/find_files.h"
 #include "reader/box_reader_text.h"
 #include "reader/memory_text_box.h"
 #include "reader/text_box.h"
@@ -318,6 +319,74 @@ TEST_F(FileStatementTest, FindStringMessages)
               (QStringList{"1) Line 2 String variable not assigned for [FINDSTRING String Substring NChar] statement",
                            "2) Line 3 Sub-string variable not assigned for [FINDSTRING String Substring NChar] statement",
                            "3) Line 4 Search variable not defined for [FINDSTRING String Substring NChar] statement"}));
+}
+
+} // namespace
+
+namespace {
+
+// The finder window stand-in: picks the files it is given when it opens.
+class FindFilesStatementTest : public FileStatementTest {
+protected:
+    void SetUp() override
+    {
+        FileStatementTest::SetUp();
+        search::findFilesState().reset();
+        search::SetFindFilesOpener([this] {
+            ++opened;
+            QList<QByteArray> bytes;
+            for (const QString &p : std::as_const(picks))
+                bytes << QFile::encodeName(p);
+            search::findFilesState().select(picks, bytes);
+        });
+    }
+    void TearDown() override
+    {
+        search::SetFindFilesOpener(nullptr);
+        QDir::setCurrent(before);
+        FileStatementTest::TearDown();
+    }
+    QStringList picks;
+    int opened = 0;
+    QString before = QDir::currentPath();
+};
+
+TEST_F(FindFilesStatementTest, PicksGoToTheVariableJoinedByCrLf)
+{
+    picks = {path("a.txt"), path("b.txt")};
+    run({"[FINDFILES \"" + dir.path() + "\" Sel]"});
+    EXPECT_EQ(messages(), QStringList());
+    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(var("SEL"), path("a.txt") + "\r\n" + path("b.txt"));
+    EXPECT_EQ(search::findFilesState().LastFolder, dir.path() + "/");
+}
+
+TEST_F(FindFilesStatementTest, AVariableHoldingAPathGetsTheListWrittenToThatFile)
+{
+    picks = {path("a.txt"), path("b.txt")};
+    run({"[OUT=\"" + dir.path() + "/list\"]", "[FINDFILES \"" + dir.path() + "\" OUT]"});
+    EXPECT_EQ(messages(), QStringList());
+    EXPECT_EQ(read("list.txt"), (path("a.txt") + "\r\n" + path("b.txt") + "\r\n").toUtf8());
+}
+
+TEST_F(FindFilesStatementTest, PicksForTheReadersTextAndNothingPicked)
+{
+    picks = {path("a.txt")};
+    run({"[FINDFILES \"" + dir.path() + "\" SONAMARKTEXT]"});
+    EXPECT_EQ(box.text(), path("a.txt"));
+    picks.clear();
+    run({"[S=\"old\"]", "[FINDFILES \"" + dir.path() + "\" S]"});
+    EXPECT_EQ(var("S"), "");
+}
+
+TEST_F(FindFilesStatementTest, MissingFoldersAreReportedWithoutOpeningTheFinder)
+{
+    run({"[FINDFILES \"" + dir.path() + "/none\" S]", "[OUT=\"" + dir.path() + "/none/list.txt\"]",
+         "[FINDFILES \"" + dir.path() + "\" OUT]"});
+    EXPECT_EQ(messages(),
+              (QStringList{"1) Line 1 Start-in folder does not exist for [FINDFILES StartPath Selection] statement",
+                           "2) Line 3 Folder does not exist for Selection output for [FINDFILES StartPath Selection] statement"}));
+    EXPECT_EQ(opened, 0);
 }
 
 } // namespace

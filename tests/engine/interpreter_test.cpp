@@ -54,7 +54,7 @@ TEST_F(EngineTest, RuntimeReportListsNumberedMessages)
 
 TEST_F(EngineTest, RuntimeReportIsModalAndTheRunLastsUntilItIsClosed)
 {
-    const int n = addMacro(QStringLiteral("Two"), QStringLiteral("[SPELLCHECK]\r\n[PRINTSELECTED]"));
+    const int n = addMacro(QStringLiteral("Two"), QStringLiteral("[GETMULTICLIP 6 X]\r\n[CLOSE 1]"));
     addMacro(QStringLiteral("Other"), QStringLiteral("zz"));
     bool runningWhileOpen = false;
     fakes.textWindow.whileModal = [&] {

@@ -6,6 +6,8 @@
 #include "reader/box_reader_text.h"
 #include "reader/clip_fixture.h"
 #include "reader/memory_text_box.h"
+#include "spell/spell_check.h"
+#include "spell/spell_state.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -212,6 +214,63 @@ TEST_F(ReaderStatementTest, WindowStatementsTellWhenThereIsNoDesktop)
     EXPECT_EQ(messages(), (QStringList{"1) Line 1 The desktop program is needed for [LISTHOTKEYS] statement",
                                        "2) Line 2 The desktop program is needed for [MAKEMP3 File] statement",
                                        "3) Line 3 The desktop program is needed for [CLIP On/Off] statement"}));
+}
+
+} // namespace
+
+namespace {
+
+// A dictionary that knows every word: enough for the spell check to be available.
+class AnyWordChecker : public platform::SpellChecker {
+public:
+    QStringList dictionaries() const override { return {QStringLiteral("en_US")}; }
+    bool useDictionary(const QString &, QString *) override { return true; }
+    QString dictionary() const override { return QStringLiteral("en_US"); }
+    bool isCorrect(const QString &) override { return true; }
+    QStringList suggestions(const QString &) override { return {}; }
+};
+
+TEST_F(ReaderStatementTest, SpellCheckModeSetsTheTrayEntryThroughItsHandler)
+{
+    run({"[SPELLCHECKMODE ON]", "[SPELLCHECKMODE on]"});
+    EXPECT_TRUE(view.spellMode);
+    run({"[SPELLCHECKMODE OFF]"});
+    EXPECT_FALSE(view.spellMode);
+    EXPECT_EQ(messages(), QStringList());
+}
+
+TEST_F(ReaderStatementTest, SpellCheckWithoutADictionarySaysSoAndTouchesNothing)
+{
+    platform::services().spell = nullptr;
+    fakes.clipboard.content = "kept";
+    run({"[SPELLCHECK]", "[AFTER=1]"});
+    EXPECT_EQ(shownTexts(), QStringList{"Dictionary Missing: " + spell::kNoDictionaryText});
+    EXPECT_TRUE(fakes.keys.sent.isEmpty());
+    EXPECT_EQ(fakes.clipboard.content, "kept");
+    EXPECT_EQ(var("AFTER"), "1");
+}
+
+TEST_F(ReaderStatementTest, SpellCheckTakesTheForegroundSelectionAndLendsTheReader)
+{
+    AnyWordChecker checker;
+    platform::services().spell = &checker;
+    QStringList checked;
+    spell::SetSpellWindowOpener([&] { checked << spell::spellState().SpellText + "|" + box.text(); });
+    box.loadPlainText("mine");
+    fakes.keys.onDeliver = [this](const QString &) { fakes.clipboard.content = "teh selection"; };
+    run({"[SPELLCHECK]"});
+    spell::SetSpellWindowOpener(nullptr);
+    EXPECT_EQ(checked, QStringList{"teh selection|teh selection"});
+    EXPECT_FALSE(spell::spellState().SpellCommit);
+    EXPECT_EQ(box.text(), "mine");
+    EXPECT_EQ(messages(), QStringList());
+
+    fakes.keys.onDeliver = nullptr;
+    fakes.clipboard.content = "kept";
+    fakes.messages.shown.clear();
+    run({"[SPELLCHECK]"});
+    EXPECT_EQ(shownTexts(), QStringList{"Spell check: No selected text to spell check"});
+    EXPECT_EQ(fakes.clipboard.content, "kept");
 }
 
 } // namespace

@@ -60,6 +60,7 @@ public:
     void setTimer5Enabled(bool on) override { timer5 = on; }
     void setPasteClearEnabled(bool on) override { pasteClear = on; }
     bool spellClipMode() const override { return spellMode; }
+    void setSpellClipMode(bool on) override { spellMode = on; }
     void setStatusText(const QString &t) override { statusTexts << t; }
     void setPanel1(const QString &t) override { panel1 << t; }
     void resetClipFont() override { ++fontResets; }

@@ -23,6 +23,7 @@ HeadlessServices::HeadlessServices(QTextStream &diag)
     set.windows = &windows;
     set.prompts = &prompts;
     set.desktop = &desktop;
+    set.spell = &spell;
     m_previous = install(set);
 }
 

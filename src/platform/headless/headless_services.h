@@ -8,6 +8,7 @@
 #include "platform/headless/headless_key_sender.h"
 #include "platform/headless/headless_messages.h"
 #include "platform/headless/headless_text_window.h"
+#include "platform/hunspell/hunspell_checker.h"
 #include "platform/qt/qt_web_fetch.h"
 #include "platform/services.h"
 
@@ -53,6 +54,7 @@ public:
     HeadlessPrompts prompts;
     HeadlessDesktop desktop;
     QtWebFetch web;  // real fetches: [WEBSOURCE] works from the command line too
+    HunspellChecker spell;  // the system's dictionaries (the spell window needs a display)
 
 private:
     Services m_previous;
