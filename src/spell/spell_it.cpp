@@ -97,12 +97,7 @@ void SpellIt::Form_Load()
     resetWordList();
     txtSpell_Change(m_changeTo);
     m_view.setStartEnabled(true);
-    m_text.clear();
-    m_view.showText(m_text);
-    m_view.processEvents();
-    m_position = 0;
-    m_view.setFound(QString());
-    loadText();
+    restartText();
     shell::Delay(kSettleSeconds);
     m_view.startTimer1();
 }
@@ -121,6 +116,16 @@ void SpellIt::Form_Unload()
 }
 
 void SpellIt::Timer1_Timer() { CheckWords(); }
+
+void SpellIt::restartText()
+{
+    m_text.clear();
+    m_view.showText(m_text);
+    m_view.processEvents();
+    m_position = 0;
+    m_view.setFound(QString());
+    loadText();
+}
 
 void SpellIt::loadText()
 {
@@ -405,12 +410,7 @@ void SpellIt::cmdStart_Click()
     if (m_walking || m_closing)
         return;
     m_view.setStartEnabled(false);
-    m_text.clear();
-    m_view.showText(m_text);
-    m_view.processEvents();
-    m_position = 0;
-    m_view.setFound(QString());
-    loadText();
+    restartText();
     CheckWords();
 }
 

@@ -64,6 +64,8 @@ private:
     void clearRows();
     void select(qsizetype start, qsizetype length);
     void loadText();  // rtfSpell takes SpellText
+    // The walk from the top: rtfSpell emptied, then given SpellText, nothing found yet.
+    void restartText();
     // Steps 10 to 13 of the walk: the end of the text.
     void finish(bool finished);
     void commitToReader();

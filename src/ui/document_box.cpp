@@ -53,15 +53,17 @@ int DocumentBox::selLength() const
     return cursor.selectionEnd() - cursor.selectionStart();
 }
 
-void DocumentBox::select(int start, int length)
+void SelectInBox(QTextEdit *box, int start, int length)
 {
-    QTextCursor cursor = m_box->textCursor();
-    const int last = m_box->document()->characterCount() - 1;
+    QTextCursor cursor = box->textCursor();
+    const int last = box->document()->characterCount() - 1;
     const int from = qBound(0, start, last);
     cursor.setPosition(from);
     cursor.setPosition(qBound(from, start + length, last), QTextCursor::KeepAnchor);
-    m_box->setTextCursor(cursor);
+    box->setTextCursor(cursor);
 }
+
+void DocumentBox::select(int start, int length) { SelectInBox(m_box, start, length); }
 
 void DocumentBox::replaceSelection(const QString &text)
 {

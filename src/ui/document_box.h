@@ -11,6 +11,10 @@ class QWidget;
 
 namespace ui {
 
+// Selects length characters from start (0-based, as TextBox counts them) in box, both
+// kept inside its text.
+void SelectInBox(QTextEdit *box, int start, int length);
+
 class DocumentBox : public reader::TextBox {
 public:
     DocumentBox(QWidget *window, QTextEdit *txtSpeech);

@@ -4,6 +4,7 @@
 #include "shell/app_state.h"
 #include "shell/failure_report.h"
 #include "shell/on_top_message.h"
+#include "ui/document_box.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -41,15 +42,7 @@ public:
         text.replace(QChar::LineSeparator, QLatin1Char('\n'));
         return text;
     }
-    void select(int start, int length) override
-    {
-        QTextCursor cursor = m_box->textCursor();
-        const int last = m_box->document()->characterCount() - 1;
-        const int from = qBound(0, start, last);
-        cursor.setPosition(from);
-        cursor.setPosition(qBound(from, start + length, last), QTextCursor::KeepAnchor);
-        m_box->setTextCursor(cursor);
-    }
+    void select(int start, int length) override { SelectInBox(m_box, start, length); }
     void setSelText(const QString &text) override
     {
         QTextCursor cursor = m_box->textCursor();
