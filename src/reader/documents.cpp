@@ -10,6 +10,7 @@
 #include "reader/text_box.h"
 #include "shell/app_state.h"
 #include "shell/condensed_path.h"
+#include "shell/failure_report.h"
 #include "shell/file_util.h"
 #include "shell/on_top_message.h"
 
@@ -133,19 +134,25 @@ QString writeDocument(const QString &path)
     return WriteReaderDocument(path, IsRichTextFile(path));
 }
 
-void showSaveFailure(const QString &path, const QString &error)
+// Failures of the file system and the printer go to the failure report under the
+// routine's name; the description says what could not be done and why.
+constexpr int kFileAccessError = 75;  // "Path/File access error"
+constexpr int kPrinterError = 482;
+
+void showSaveFailure(const char *routine, const QString &path, const QString &error)
 {
     qCWarning(lcDocuments) << "cannot save" << path << error;
-    shell::MsgBoxOT(QStringLiteral("The file could not be saved to ") + path + QStringLiteral("\r\n") + error, 0,
-                    QStringLiteral("Save File"));
+    shell::ErrorHandler(QLatin1String(routine),
+                        QStringLiteral("The file could not be saved to ") + path + QStringLiteral(": ") + error,
+                        kFileAccessError);
 }
 
-void print(bool selectionOnly)
+void print(const char *routine, bool selectionOnly)
 {
     const PrintOutcome outcome = textBox()->printText(selectionOnly);
     if (outcome.kind == PrintOutcome::Failed)
-        shell::MsgBoxOT(QStringLiteral("The text could not be printed.\r\n") + outcome.error, 0,
-                        QStringLiteral("Print"));
+        shell::ErrorHandler(QLatin1String(routine), QStringLiteral("The text could not be printed: ") + outcome.error,
+                            kPrinterError);
 }
 
 } // namespace
@@ -234,8 +241,9 @@ void mnuFileLoad_Click()
     setCaption(app.CurrentFile);
     if (!error.isEmpty()) {
         qCWarning(lcDocuments) << "cannot open" << path << error;
-        shell::MsgBoxOT(QStringLiteral("The file ") + path + QStringLiteral(" could not be opened.\r\n") + error, 0,
-                        QStringLiteral("Open File"));
+        shell::ErrorHandler(QStringLiteral("(Form) frmSonamark::Sub mnuFileLoad_Click"),
+                            QStringLiteral("The file ") + path + QStringLiteral(" could not be opened: ") + error,
+                            kFileAccessError);
     }
 }
 
@@ -278,7 +286,7 @@ void mnuFileSave_Click()
         return;
     const QString error = writeDocument(app.CurrentFile);
     if (!error.isEmpty()) {
-        showSaveFailure(app.CurrentFile, error);
+        showSaveFailure("(Form) frmSonamark::Sub mnuFileSave_Click", app.CurrentFile, error);
         return;
     }
     app.TextDirty = false;
@@ -303,7 +311,7 @@ void mnuFileSaveAs_Click()
         return;
     const QString error = writeDocument(path);
     if (!error.isEmpty()) {
-        showSaveFailure(path, error);
+        showSaveFailure("(Form) frmSonamark::Sub mnuFileSaveAs_Click", path, error);
         return;
     }
     shell::MsgBoxOT(QStringLiteral("File has been saved to ") + path, 0, QStringLiteral("File Saved"));
@@ -332,14 +340,14 @@ void mnuFilePrint_Click()
         shell::MsgBoxOT(QStringLiteral("Print selected text?"), 2, title);
         const int answer = shell::app().MsgResult;
         if (answer == shell::MsgYes) {
-            print(true);
+            print("(Form) frmSonamark::Sub mnuFilePrint_Click", true);
             return;
         }
         if (answer != shell::MsgNo)
             return;
     }
     if (askYes(QStringLiteral("Print all the text?"), title))
-        print(false);
+        print("(Form) frmSonamark::Sub mnuFilePrint_Click", false);
 }
 
 void PrintFile()
@@ -353,7 +361,7 @@ void PrintFile()
         return;
     }
     if (askYes(QStringLiteral("Print all %1 words of text?").arg(CountWords(text)), QStringLiteral("Print Text")))
-        print(false);
+        print("(Module) modHotkeys::Sub PrintFile", false);
 }
 
 void cmdClear_Click()

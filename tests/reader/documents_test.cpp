@@ -153,6 +153,7 @@ TEST_F(DocumentTest, FilesThatCannotBeOpenedLeaveTheBoxAlone)
 {
     const auto openOver = [&](const QString &name) {
         SCOPED_TRACE(name.toStdString());
+        fx.errors.reports.clear();
         fx.messages.shown.clear();
         box.box = QStringLiteral("previous");
         box.openAnswers = {path(name)};
@@ -164,26 +165,27 @@ TEST_F(DocumentTest, FilesThatCannotBeOpenedLeaveTheBoxAlone)
     openOver("fake.rtf");
     EXPECT_EQ(app().CurrentFile, "");
     EXPECT_EQ(box.caption, "Sonamark - Text-To-Speech Reader");
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_EQ(fx.messages.shown[0].title, "Open File");
-    EXPECT_TRUE(fx.messages.shown[0].text.contains(QLatin1String(kRtfNotRtfMessage)));
+    // A file that cannot be read goes to the failure report under the routine's name.
+    ASSERT_EQ(fx.errors.reports.size(), 1);
+    EXPECT_TRUE(fx.errors.reports[0].contains("mnuFileLoad_Click"));
+    EXPECT_TRUE(fx.errors.reports[0].contains(QLatin1String(kRtfNotRtfMessage)));
 
     writeFile("bin.txt", QByteArray("\x7f" "ELF\x02\x01\x01\0\0\0", 10));
     openOver("bin.txt");
     EXPECT_EQ(app().CurrentFile, "");
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_EQ(fx.messages.shown[0].text,
-              "The file " + path("bin.txt") + " could not be opened.\r\nThe file does not hold text.\r\n");
+    ASSERT_EQ(fx.errors.reports.size(), 1);
+    EXPECT_TRUE(fx.errors.reports[0].contains("The file " + path("bin.txt")
+                                              + " could not be opened: The file does not hold text."));
 
     openOver("gone.txt");  // a missing file ends quietly
-    EXPECT_TRUE(fx.messages.shown.isEmpty());
+    EXPECT_TRUE(fx.errors.reports.isEmpty());
 
     writeFile("a.doc", "x");
     word.error = QStringLiteral("a.doc is not a Word Document.");
     openOver("a.doc");
     EXPECT_EQ(app().CurrentFile, "");
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_TRUE(fx.messages.shown[0].text.contains("a.doc is not a Word Document."));
+    ASSERT_EQ(fx.errors.reports.size(), 1);
+    EXPECT_TRUE(fx.errors.reports[0].contains("a.doc is not a Word Document."));
 
     word.present = false;  // no reader at all
     word.read.clear();
@@ -235,9 +237,9 @@ TEST_F(DocumentTest, SaveIntoAReadOnlyFolderKeepsTheFileAndTheChanges)
         GTEST_SKIP() << "running with rights that write any folder";
     EXPECT_EQ(readFile("a.txt"), "old\r\n");
     EXPECT_TRUE(app().TextDirty);
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_EQ(fx.messages.shown[0].title, "Save File");
-    EXPECT_TRUE(fx.messages.shown[0].text.startsWith("The file could not be saved to " + path("a.txt")));
+    ASSERT_EQ(fx.errors.reports.size(), 1);
+    EXPECT_TRUE(fx.errors.reports[0].contains("mnuFileSave_Click"));
+    EXPECT_TRUE(fx.errors.reports[0].contains("The file could not be saved to " + path("a.txt")));
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{"a.txt"});  // nothing left beside it
 }
 
@@ -249,13 +251,14 @@ TEST_F(DocumentTest, SaveWhereNothingCanBeCreatedKeepsTheChanges)
     box.box = QStringLiteral("new");
     mnuFileSave_Click();
     EXPECT_TRUE(app().TextDirty);
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_TRUE(fx.messages.shown[0].text.startsWith("The file could not be saved to /proc/sonamark-document.txt"));
+    ASSERT_EQ(fx.errors.reports.size(), 1);
+    EXPECT_TRUE(fx.errors.reports[0].contains("The file could not be saved to /proc/sonamark-document.txt"));
     // Save As to such a place says so too and keeps the current file.
     app().CurrentFile = path("a.txt");
     box.saveAnswers = {QStringLiteral("/proc/other.rtf")};
     mnuFileSaveAs_Click();
-    EXPECT_EQ(fx.messages.shown.size(), 2);
+    ASSERT_EQ(fx.errors.reports.size(), 2);
+    EXPECT_TRUE(fx.errors.reports[1].contains("mnuFileSaveAs_Click"));
     EXPECT_EQ(app().CurrentFile, path("a.txt"));
 }
 
@@ -306,8 +309,9 @@ TEST_F(DocumentTest, PrintMessagesForEmptyTextAndFailure)
     box.printResult = {PrintOutcome::Failed, QStringLiteral("printer is out of paper")};
     fx.messages.answers = {1};
     PrintFile();
-    EXPECT_EQ(messages().mid(2), (QStringList{"Print Text: Print all 3 words of text?",
-                                              "Print: The text could not be printed.\r\nprinter is out of paper"}));
+    EXPECT_EQ(messages().mid(2), QStringList{"Print Text: Print all 3 words of text?"});
+    ASSERT_EQ(fx.errors.reports.size(), 1);
+    EXPECT_TRUE(fx.errors.reports[0].contains("The text could not be printed: printer is out of paper"));
 }
 
 TEST_F(DocumentTest, MacroLoaderSavesFirstThenLoads)
