@@ -145,6 +145,16 @@ TEST_F(FileStatementTest, FilesLeftOpenByAFatalErrorAreClosedWithTheirDataComple
     EXPECT_TRUE(QFile::remove(path("log.txt")));
 }
 
+TEST_F(FileStatementTest, AFileDeletedWhileOpenIsStillReadToItsEnd)
+{
+    write("Grüße 日本.txt", "one\ntwo\n");
+    run({"[F=" + lit("Grüße 日本.txt") + "]", "[OPEN 1 F]", "[KILLFILE F]", "[READ 1 A]", "[READ 1 B]", "[CLOSE 1]"});
+    EXPECT_EQ(messages(), QStringList());
+    EXPECT_FALSE(QFile::exists(path("Grüße 日本.txt")));
+    EXPECT_EQ(var("A"), "one");
+    EXPECT_EQ(var("B"), "two");
+}
+
 TEST_F(FileStatementTest, CloseWithNothingOpenIsReportedAndTheMacroGoesOn)
 {
     write("in.txt", "a\n");
