@@ -1,5 +1,7 @@
 #include "audio/lame_encoder.h"
 
+#include "audio/pcm_queue.h"
+
 #include "audio/mp3_writer.h"
 #include "audio/read_to_file_vars.h"
 #include "audio/wav_reader.h"
@@ -219,40 +221,74 @@ void cLameEncoder::LameClose()
 
 void cLameEncoder::Encode(bool IsBatch)
 {
+    // createWavReader: one full read holds exactly one chunk of 16-bit samples. It is made once the encoder has given the chunk size.
+    std::unique_ptr<cWavReader> reader;
+    encodeChunks(IsBatch, [&](double *fraction) -> const short * {
+        if (!reader) {
+            reader = std::make_unique<cWavReader>();
+            reader->setReadBufferSize(int32_t(m_samples / 2));
+            reader->setFilename(m_wavFile);
+        }
+        if (!reader->Read())
+            return nullptr;
+        m_readDone += double(reader->ReadBufferSize()) * 2;
+        const double total = double(reader->AudioLength()) * 2;
+        *fraction = total > 0 ? m_readDone / total : -1;
+        return reinterpret_cast<const short *>(reader->ReadBufferPtr());
+    });
+}
+
+void cLameEncoder::EncodeFrom(PcmQueue &queue, bool IsBatch)
+{
+    std::vector<qint16> chunk;
+    encodeChunks(IsBatch, [&](double *fraction) -> const short * {
+        chunk.resize(m_samples);
+        if (!queue.take(chunk.data(), chunk.size())) {
+            m_sourceCancelled = queue.aborted();  // no MP3 of a speaking that failed
+            return nullptr;
+        }
+        *fraction = -1;  // the whole length is not known while it is still spoken
+        return chunk.data();
+    });
+}
+
+void cLameEncoder::encodeChunks(bool IsBatch, const std::function<const short *(double *fraction)> &nextChunk)
+{
     m_lastError.clear();
+    m_samplesEncoded = 0;
+    m_readDone = 0;
     LameInitialise();
     if (!m_stream) {
         errHandler("lameConvert", 1, false);
         return;
     }
-    // createWavReader: one full read holds exactly one chunk of 16-bit samples.
-    auto reader = std::make_unique<cWavReader>();
-    reader->setReadBufferSize(int32_t(m_samples / 2));
-    reader->setFilename(m_wavFile);
     // createMp3Writer
     auto writer = std::make_unique<cMp3Writer>();
     writer->setBufferSize(int32_t(m_mp3Buffer));
     writer->setFilename(m_mp3File);
 
-    double done = 0;
     bool cancelled = false;
-    // A read that answers false may leave up to one chunk in the buffer: it is not encoded.
-    while (reader->Read() && !cancelled) {
-        const int32_t units = reader->ReadBufferSize();
+    m_sourceCancelled = false;
+    double fraction = -1;
+    // A source that has no whole chunk left ends the stream: the rest is not encoded.
+    for (const short *samples; !cancelled && (samples = nextChunk(&fraction));) {
         uint32_t produced = 0;
-        const int code = beEncodeChunk(m_stream, uint32_t(units) * 2, reinterpret_cast<const short *>(reader->ReadBufferPtr()),
-                                       writer->BufferPointer(), uint32_t(writer->BufferSize()), produced);
+        const int code = beEncodeChunk(m_stream, m_samples, samples, writer->BufferPointer(),
+                                       uint32_t(writer->BufferSize()), produced);
         errHandler("lameConvert", code, true);
         writer->WriteBufferToFile(int32_t(produced));
-        done += double(reader->ReadBufferSize()) * 2;
-        const double total = double(reader->AudioLength()) * 2;
+        m_samplesEncoded += m_samples;
         cancelled = readToFileVars().CancelEncoding;
         if (DoEvents)
             DoEvents();
         if (cancelled)
             progress(IsBatch, 100);
-        else if (total > 0)
-            progress(IsBatch, int(std::nearbyint(done / total * 50 + 50)));  // halves to even
+        else if (fraction >= 0)
+            progress(IsBatch, int(std::nearbyint(fraction * 50 + 50)));  // halves to even
+    }
+    if (m_sourceCancelled) {
+        cancelled = true;
+        progress(IsBatch, 100);
     }
     if (!cancelled) {
         uint32_t produced = 0;
@@ -270,7 +306,6 @@ void cLameEncoder::Encode(bool IsBatch)
     if (writer->LastErrorCode())
         m_lastError = writer->LastError();
     writer.reset();
-    reader.reset();
     LameClose();
 }
 

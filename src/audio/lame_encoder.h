@@ -6,12 +6,16 @@
 // CancelEncoding is read. Failures are silent;
 // LastError() keeps the last text for callers that want to say why a file came out short.
 #include <QString>
+#include <QtGlobal>
+#include <atomic>
 #include <cstdint>
 #include <functional>
 
 struct lame_global_struct;
 
 namespace audio {
+
+class PcmQueue;
 
 // The encoder's configuration record (the LAME form of BE_CONFIG).
 struct BE_CONFIG {
@@ -69,6 +73,13 @@ public:
 
     // Converts WavFile to Mp3File. IsBatch says whose progress bar SetProgress moves.
     void Encode(bool IsBatch);
+    // Converts the samples of queue to Mp3File while they are still coming (another
+    // thread speaks into the queue): the same chunks, and so the same MP3, as Encode makes
+    // of a wave file holding those samples. Progress is told only at the end; the
+    // encoder stops, keeping no MP3, when the queue is aborted or CancelEncoding is set.
+    void EncodeFrom(PcmQueue &queue, bool IsBatch);
+    // 16-bit samples encoded so far by the running Encode or EncodeFrom (any thread).
+    qint64 samplesEncoded() const { return m_samplesEncoded; }
     void Re_Initialize(int32_t sampleRate, int32_t preset, int32_t bitRate);
 
     const BE_CONFIG &config() const { return m_config; }
@@ -82,6 +93,9 @@ public:
     std::function<void(bool isBatch, int percent)> SetProgress;
 
 private:
+    // The loop of Encode and EncodeFrom: nextChunk gives one chunk of samples and the
+    // fraction done (below 0: unknown), or nullptr at the end.
+    void encodeChunks(bool IsBatch, const std::function<const short *(double *fraction)> &nextChunk);
     void LameInitialise();
     void LameClose();
     void errHandler(const char *source, int code, bool isLame);
@@ -92,6 +106,9 @@ private:
     uint32_t m_samples = 0;
     uint32_t m_mp3Buffer = 0;
     uint32_t m_lastChunk = 0;
+    std::atomic<qint64> m_samplesEncoded{0};
+    double m_readDone = 0;
+    bool m_sourceCancelled = false;  // EncodeFrom's queue was aborted
     QString m_wavFile;
     QString m_mp3File;
     QString m_lastError;

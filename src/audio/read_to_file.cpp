@@ -103,6 +103,7 @@ double Timer() { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; }
 SpeakOutcome SpeakToFile(platform::SpeechEngine &engine, const SpeakToFileRun &run, QString *error)
 {
     SpeechFileStream stream;
+    stream.tap = run.pcmTap;
     if (!stream.Open(run.wavName, run.formatConstant)) {
         if (error)
             *error = stream.errorString();

@@ -51,6 +51,8 @@ struct SpeakToFileRun {
     std::function<void()> DoEvents;
     std::function<bool()> cancelled;
     std::function<void(int percent)> progress;
+    // Given the samples as the wave file gets them, while they are written.
+    std::function<void(const qint16 *samples, size_t count)> pcmTap;
 };
 enum class SpeakOutcome { Done, Cancelled, Failed };
 // Runs it; on Failed, error says why (no codec, file not writable, disk full). The wave

@@ -147,6 +147,8 @@ bool SpeechFileStream::writeOut(const qint16 *samples, size_t count)
         fail(QStringLiteral("Cannot write the file %1: %2").arg(m_fileName, QString::fromUtf8(sf_strerror(m_file))));
         return false;
     }
+    if (tap)
+        tap(samples, count);
     return true;
 }
 

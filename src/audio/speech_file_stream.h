@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <atomic>
+#include <functional>
 #include <vector>
 
 struct sf_private_tag;
@@ -33,6 +34,10 @@ public:
     double receivedSeconds() const;
 
     bool write(const qint16 *samples, qsizetype count, int sampleRate) override;
+
+    // Also given every block of samples at the file's rate as it is written (a 16-bit
+    // format's samples exactly as the file gets them). Called on the speaking thread.
+    std::function<void(const qint16 *samples, size_t count)> tap;
 
 private:
     bool writeOut(const qint16 *samples, size_t count);

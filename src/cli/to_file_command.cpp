@@ -1,6 +1,7 @@
 #include "cli/to_file_command.h"
 
 #include "audio/lame_encoder.h"
+#include "audio/pcm_queue.h"
 #include "audio/read_to_file.h"
 #include "audio/speech_formats.h"
 #include "platform/espeak/espeak_engine.h"
@@ -18,8 +19,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryFile>
+#include <QThread>
+#include <atomic>
 #include <csignal>
 #include <optional>
+#include <thread>
 #include <unistd.h>
 
 namespace cli {
@@ -288,7 +292,51 @@ int RunToFile(const QStringList &args, platform::espeak::EspeakEngine &engine, Q
     run.DoEvents = [] { QCoreApplication::processEvents(); };
     run.cancelled = [] { return g_interrupted != 0; };
     run.progress = [&bar](int percent) { bar.show(percent); };
+
+    // An MP3 is encoded on a second thread while the text is still spoken: the encoder
+    // takes the samples as the wave file gets them, chunk by chunk, and makes the same
+    // MP3 as it would of the finished wave file.
+    audio::PcmQueue queue;
+    audio::cLameEncoder encoder;
+    std::thread encoding;
+    std::atomic<bool> encoded{false};
+    if (makeMp3) {
+        const audio::Mp3Quality &quality = audio::Mp3Qualities()[o.qualityRow];
+        encoder.Re_Initialize(audio::kMp3SampleRate, quality.preset,
+                              o.bitRate.value_or(audio::BitRates()[quality.bitRateRow]));
+        encoder.setMp3File(o.output);
+        // Runs on the encoding thread, the only one that reads or sets CancelEncoding
+        // until it has ended.
+        encoder.DoEvents = [&vars] {
+            if (g_interrupted)
+                vars.CancelEncoding = true;
+        };
+        Discard(o.output);
+        run.pcmTap = [&queue](const qint16 *samples, size_t count) { queue.push(samples, count); };
+        encoding = std::thread([&encoder, &queue, &encoded] {
+            encoder.EncodeFrom(queue, false);
+            encoded = true;
+        });
+    }
     const audio::SpeakOutcome spokenOutcome = audio::SpeakToFile(engine, run, &error);
+    if (spokenOutcome == audio::SpeakOutcome::Done) {
+        queue.close();
+    } else {
+        queue.abort();
+    }
+    if (encoding.joinable()) {
+        // The rest of the encoding: its share of the bar by the samples encoded.
+        const double total = double(qMax<qint64>(1, queue.pushed()));
+        if (spokenOutcome == audio::SpeakOutcome::Done)
+            bar.show(50);
+        while (!encoded) {
+            bar.show(int(50 + 50 * double(encoder.samplesEncoded()) / total));
+            QThread::msleep(100);
+        }
+        encoding.join();
+        if (spokenOutcome == audio::SpeakOutcome::Done && !vars.CancelEncoding)
+            bar.show(100);
+    }
 
     int status = kExitMade;
     if (spokenOutcome != audio::SpeakOutcome::Done) {
@@ -296,22 +344,10 @@ int RunToFile(const QStringList &args, platform::espeak::EspeakEngine &engine, Q
         err << (spokenOutcome == audio::SpeakOutcome::Cancelled ? QStringLiteral("Read To File cancelled by user.") : error)
             << "\n";
         Discard(wavName);
+        if (makeMp3)
+            Discard(o.output);
         status = kExitNotMade;
     } else if (makeMp3) {
-        audio::cLameEncoder encoder;
-        const audio::Mp3Quality &quality = audio::Mp3Qualities()[o.qualityRow];
-        encoder.Re_Initialize(audio::kMp3SampleRate, quality.preset,
-                              o.bitRate.value_or(audio::BitRates()[quality.bitRateRow]));
-        encoder.setWavFile(wavName);
-        encoder.setMp3File(o.output);
-        encoder.DoEvents = [&vars] {
-            QCoreApplication::processEvents();
-            if (g_interrupted)
-                vars.CancelEncoding = true;
-        };
-        encoder.SetProgress = [&bar](bool, int percent) { bar.show(percent); };
-        Discard(o.output);
-        encoder.Encode(false);
         bar.end();
         Discard(wavName);
         if (vars.CancelEncoding) {

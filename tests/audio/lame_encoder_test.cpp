@@ -1,12 +1,15 @@
 // cLameEncoder and cMp3Writer on libmp3lame, their MP3 files checked by ffprobe and mpg123.
 #include "audio/lame_encoder.h"
 #include "audio/mp3_writer.h"
+#include "audio/pcm_queue.h"
 #include "audio/read_to_file_vars.h"
 #include "audio_fixture.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <QThread>
 #include <gtest/gtest.h>
+#include <thread>
 
 using namespace audiotest;
 using audio::cLameEncoder;
@@ -215,4 +218,49 @@ TEST_F(LameEncoderTest, WriterChecksCountsAndItsFile)
     EXPECT_EQ(w.WriteBufferToFile(16), 16);
     w.CloseFile();
     EXPECT_EQ(ReadFile(out), QByteArray(16, 'x'));
+}
+
+// The encoder fed from a queue while another thread still fills it, in pieces of odd
+// sizes, makes exactly the MP3 that the finished wave file makes.
+TEST_F(LameEncoderTest, EncodingFromTheQueueMakesTheSameMp3AsFromTheWaveFile)
+{
+    const int samples = 40 * kChunkSamples + 333;
+    const QByteArray wave = MonoWave(samples, 3);
+    encode(write("whole.wav", wave), dir.filePath("from-file.mp3"), 0, 128);
+
+    const QByteArray pcm = wave.mid(wave.size() - samples * 2);
+    audio::PcmQueue queue;
+    cLameEncoder e;
+    e.setMp3File(dir.filePath("from-queue.mp3"));
+    e.Re_Initialize(audio::kMp3SampleRate, 0, 128);
+    std::thread speaking([&] {
+        const auto *all = reinterpret_cast<const qint16 *>(pcm.constData());
+        for (int at = 0, step = 1; at < samples; at += step, step = step * 7 % 4099 + 1)
+            queue.push(all + at, size_t(qMin(step, samples - at)));
+        queue.close();
+    });
+    e.EncodeFrom(queue, false);
+    speaking.join();
+    EXPECT_EQ(e.samplesEncoded(), 40 * kChunkSamples);
+    const QByteArray fromQueue = ReadFile(dir.filePath("from-queue.mp3"));
+    EXPECT_GT(fromQueue.size(), 1000);
+    EXPECT_EQ(fromQueue, ReadFile(dir.filePath("from-file.mp3")));
+}
+
+TEST_F(LameEncoderTest, AnAbortedQueueStopsTheEncoderAndKeepsNoMp3)
+{
+    audio::PcmQueue queue;
+    cLameEncoder e;
+    const QString mp3 = dir.filePath("aborted.mp3");
+    e.setMp3File(mp3);
+    e.Re_Initialize(audio::kMp3SampleRate, 0, 128);
+    std::vector<qint16> silence(kChunkSamples * 3, 100);
+    queue.push(silence.data(), silence.size());
+    std::thread speaking([&] {
+        QThread::msleep(50);
+        queue.abort();  // the speaking failed: no more samples will come
+    });
+    e.EncodeFrom(queue, false);
+    speaking.join();
+    EXPECT_FALSE(QFileInfo::exists(mp3));
 }
