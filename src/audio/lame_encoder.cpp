@@ -1,8 +1,7 @@
 #include "audio/lame_encoder.h"
 
-#include "audio/pcm_queue.h"
-
 #include "audio/mp3_writer.h"
+#include "audio/pcm_queue.h"
 #include "audio/read_to_file_vars.h"
 #include "audio/wav_reader.h"
 
@@ -10,6 +9,7 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <QLoggingCategory>
+#include <QScopeGuard>
 #include <cmath>
 #include <cstdio>
 #include <lame/lame.h>
@@ -240,6 +240,8 @@ void cLameEncoder::Encode(bool IsBatch)
 
 void cLameEncoder::EncodeFrom(PcmQueue &queue, bool IsBatch)
 {
+    // However the encoder ends, a speaker still waiting for room goes on.
+    const auto release = qScopeGuard([&queue] { queue.abort(); });
     std::vector<qint16> chunk;
     encodeChunks(IsBatch, [&](double *fraction) -> const short * {
         chunk.resize(m_samples);

@@ -7,7 +7,10 @@ namespace audio {
 void PcmQueue::push(const qint16 *samples, size_t count)
 {
     {
-        const std::lock_guard lock(m_mutex);
+        std::unique_lock lock(m_mutex);
+        m_room.wait(lock, [&] { return m_aborted || m_samples.size() < kCapacity; });
+        if (m_aborted)
+            return;
         m_samples.insert(m_samples.end(), samples, samples + count);
         m_pushed += qint64(count);
     }
@@ -30,6 +33,7 @@ void PcmQueue::abort()
         m_aborted = true;
     }
     m_ready.notify_all();
+    m_room.notify_all();
 }
 
 bool PcmQueue::take(qint16 *out, size_t count)
@@ -40,6 +44,8 @@ bool PcmQueue::take(qint16 *out, size_t count)
         return false;
     std::copy_n(m_samples.begin(), count, out);
     m_samples.erase(m_samples.begin(), m_samples.begin() + qsizetype(count));
+    lock.unlock();
+    m_room.notify_one();
     return true;
 }
 
