@@ -80,13 +80,17 @@ QString DoVAR(int line)
     if (rhs.trimmed().isEmpty())
         return kFatal + QStringLiteral("Invalid variable assignment") + kVarFrame;
 
-    QString copy = text;
-    QString message = macro::ReplaceLiterals(copy);
-    if (!message.isEmpty())
-        return kFatal + message + kVarFrame;
-    message = macro::GoodVAR(copy);
-    if (!message.isEmpty())
-        return kFatal + message;
+    macro::ActionLine &action = runState().action(line);
+    if (!action.TextChecked) {
+        QString copy = text;
+        QString message = macro::ReplaceLiterals(copy);
+        if (!message.isEmpty())
+            return kFatal + message + kVarFrame;
+        message = macro::GoodVAR(copy);
+        if (!message.isEmpty())
+            return kFatal + message;
+        action.TextChecked = true;
+    }
 
     const QString upperName = macro::UpperSameLength(name);
     return isString == 1 ? assignString(name, upperName, rhs) : assignNumber(name, upperName, rhs);

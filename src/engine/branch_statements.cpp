@@ -23,12 +23,16 @@ const QString kGoTo = QStringLiteral("GoTo 1");
 // [IF Cond]: a false condition goes on behind the matching [ELSE] or [ENDIF].
 QString DoIF(int line)
 {
-    QString copy = runState().action(line).Text;
-    QString message = macro::ReplaceLiterals(copy);
-    if (message.isEmpty())
-        message = macro::GoodIFCond(copy);
-    if (!message.isEmpty())
-        return kFatal + message + kIfFrame;
+    macro::ActionLine &action = runState().action(line);
+    if (!action.TextChecked) {
+        QString copy = action.Text;
+        QString message = macro::ReplaceLiterals(copy);
+        if (message.isEmpty())
+            message = macro::GoodIFCond(copy);
+        if (!message.isEmpty())
+            return kFatal + message + kIfFrame;
+        action.TextChecked = true;
+    }
 
     int ok = 0;
     QString condition = macro::GetCond(runState().action(line), line, ok);

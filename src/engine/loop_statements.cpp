@@ -66,13 +66,17 @@ QString DoLOOP(int line)
     if (macro::LoopSequence(line, slot))
         return nextSequenceValue(line, slot);
 
-    QString copy = runState().action(line).Text;
-    QString message = macro::ReplaceLiterals(copy);
-    if (!message.isEmpty())
-        return kFatal + message + kLoopFrame;
-    message = macro::GoodLOOPCond(copy);
-    if (!message.isEmpty())
-        return message;
+    macro::ActionLine &action = runState().action(line);
+    if (!action.TextChecked) {
+        QString copy = action.Text;
+        QString message = macro::ReplaceLiterals(copy);
+        if (!message.isEmpty())
+            return kFatal + message + kLoopFrame;
+        message = macro::GoodLOOPCond(copy);
+        if (!message.isEmpty())
+            return message;
+        action.TextChecked = true;
+    }
 
     int ok = 0;
     QString condition = macro::GetCond(runState().action(line), line, ok);

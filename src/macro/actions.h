@@ -8,6 +8,9 @@ namespace macro {
 struct ActionLine {
     QString Text;     // trimmed and upper-cased outside quotes for a statement; raw keystrokes
     int Command = 0;  // statement code 1..48 (commands.h), 0 for a keystroke line
+    // The line's text passed the check that [IF], [LOOP] and [VAR=Val] make before they
+    // run. That check reads the text alone, so a run makes it once a line.
+    bool TextChecked = false;
 };
 
 using ActionList = QList<ActionLine>;
