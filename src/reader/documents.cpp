@@ -29,6 +29,8 @@ const char *const kOpenFilter = "Text & XML Files (*.txt;*.rtf;*.xml;*.doc)|*.tx
 const char *const kSaveFilter = "Text & XML Files (*.txt;*.rtf;*.xml)|*.txt;*.rtf;*.xml";
 const char *const kWordMissing = "Cannot load DOC file, MS Word not installed.";
 const char *const kSaveChanges = "Save changes to current file?";
+// Ends the message of a damaged rich text file that was loaded as far as it goes.
+const char *const kPartialHint = " What could be read is in the text box; save it under another name to keep it.";
 // The text form of the boolean true, which CurrentFile takes while Open asks for a file.
 const char *const kTrueText = "True";
 
@@ -117,7 +119,7 @@ QString loadDocument(const QString &path)
     // The new text holds no rewrites to undo.
     exceptionsState().ExceptionsMade = false;
     if (partial)
-        return error + QStringLiteral(" What could be read is in the text box; save it under another name to keep it.");
+        return error + QLatin1String(kPartialHint);
     shell::app().CurrentFile = path;
     return {};
 }
@@ -239,7 +241,11 @@ void mnuFileLoad_Click()
     const QString error = loadDocument(path);
     app.TextDirty = false;
     setCaption(app.CurrentFile);
-    if (!error.isEmpty()) {
+    if (error.endsWith(QLatin1String(kPartialHint))) {
+        // Not a failure: the user is told what became of the file.
+        shell::MsgBoxOT(QStringLiteral("The file ") + path + QStringLiteral(" is damaged.\r\n") + error, 0,
+                        QStringLiteral("Open File"));
+    } else if (!error.isEmpty()) {
         qCWarning(lcDocuments) << "cannot open" << path << error;
         shell::ErrorHandler(QStringLiteral("(Form) frmSonamark::Sub mnuFileLoad_Click"),
                             QStringLiteral("The file ") + path + QStringLiteral(" could not be opened: ") + error,
