@@ -28,13 +28,8 @@ void fillTable()
 //  - characters whose full upper case is longer ("ß" is "SS"): the tidying upper-cases
 //    them one by one now, but the other upper-case copies of the language have not all
 //    been checked for them yet;
-//  - MID(), blanks included ("M ID ("): its separators are not yet stable under tidying,
-//    "MID(S, 1, 2)" tidies to "MID(S  1  2)" and that to "MID(S 1 2)", which the check
-//    no longer rejects. Such texts are left out ("" back) until that is settled.
 QString withoutKnownBreaks(QString text)
 {
-    if (QString(text).remove(QLatin1Char(' ')).contains(QLatin1String("MID("), Qt::CaseInsensitive))
-        return {};
     static const QChar kMarkers[] = {macro::kQuoteMarker, macro::kQuoteMarker2, macro::kSpaceMarker,
                                      macro::kAmpersandMarker, macro::kLessEqualMarker, macro::kGreaterEqualMarker};
     for (QChar marker : kMarkers)

@@ -254,13 +254,28 @@ void MIDCommas4Spaces(QString &text)
     }
     QString out = text.left(from);
     bool inside = true;
+    bool fromBlank = false;  // the last separator written stood for a blank
     for (qsizetype i = from; i < text.size(); ++i) {
         const QChar c = text.at(i);
         if (c == QLatin1Char(')'))
             inside = false;
         else if (startsWithMidCall(text, i))
             inside = true;
-        out += inside && c == kBlank ? QLatin1Char(',') : c;
+        // "S, 1" and "S ,1" separate as "S,1" and "S 1" do: a blank next to a separator
+        // adds none of its own.
+        const bool afterSeparator = out.endsWith(QLatin1Char(','));
+        if (inside && c == kBlank) {
+            if (!afterSeparator)
+                out += QLatin1Char(',');
+            fromBlank = true;
+            continue;
+        }
+        if (inside && c == QLatin1Char(',') && afterSeparator && fromBlank) {
+            fromBlank = false;
+            continue;
+        }
+        fromBlank = false;
+        out += c;
     }
     text = out;
 }

@@ -26,7 +26,8 @@ constexpr int kDeepNesting = 300;    // unclosed [IF] and [LOOP] pairs (bench/ h
 // Statement forms; % is replaced by a condition, $ by a quoted string, # by a number.
 // The good forms pass the check when their blocks are closed; the faulty ones do not.
 const char *const kGoodStatements[] = {
-    "[VAR=#]", "[X=X+#]", "[S=$ & S]", "[N = LEN(S) * #]", "[T=MID(S,1,#)]", "[SENDKEYS $]",
+    "[VAR=#]", "[X=X+#]", "[S=$ & S]", "[N = LEN(S) * #]", "[T=MID(S,1,#)]", "[T=MID(S, 1, #)]",
+    "[T=MID(S 1 #)]", "[SENDKEYS $]",
     "[WAIT #]", "[CANCEL IF %]", "[GETCLIP V]", "[SETCLIP $]", "[USERINPUT $ V]",
     "[YESNOCANCEL $ A]", "[FINDSTRING S $ P]", "[DATEDIFF $ $ D]", "[CLIP ON]", "[SPELLCHECK]",
     "[LISTHOTKEYS]", "[LOADFILE \"a.txt\"]", "[PRINTSELECTED]", "[KEYLOG K]", "[COMMAND $]",
@@ -41,7 +42,7 @@ const char *const kFaultyStatements[] = {
     "[SENDKEYS \"a\" \"b]", "[SENDKEYS \"[IF A=1]\"]", "[X=(1+2]", "[ELSE]", "[ENDIF]", "[ENDLOOP]",
 };
 const char *const kGoodConditions[] = {
-    "A=1", "A <> B", "X>=3 AND Y<2", "LEN(S)>2 OR A=1", "MID(S,1,2)=\"a b\"", "S=\"x\"", "N<#",
+    "A=1", "A <> B", "X>=3 AND Y<2", "LEN(S)>2 OR A=1", "MID(S,1,2)=\"a b\"", "MID(S , 2 ,3)=\"x\"", "S=\"x\"", "N<#",
     "\"a\"=\"b\" and  B = 2",
 };
 const char *const kFaultyConditions[] = {"TIMER>1", "(A=1", "A==", "", "A=\"open"};
