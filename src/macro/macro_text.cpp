@@ -254,27 +254,19 @@ void MIDCommas4Spaces(QString &text)
     }
     QString out = text.left(from);
     bool inside = true;
-    bool fromBlank = false;  // the last separator written stood for a blank
     for (qsizetype i = from; i < text.size(); ++i) {
         const QChar c = text.at(i);
         if (c == QLatin1Char(')'))
             inside = false;
         else if (startsWithMidCall(text, i))
             inside = true;
-        // "S, 1" and "S ,1" separate as "S,1" and "S 1" do: a blank next to a separator
-        // adds none of its own.
-        const bool afterSeparator = out.endsWith(QLatin1Char(','));
-        if (inside && c == kBlank) {
-            if (!afterSeparator)
+        // A run of blanks and commas is one separator: "S, 1" and "S , 1" separate as
+        // "S,1" and "S 1" do.
+        if (inside && (c == kBlank || c == QLatin1Char(','))) {
+            if (!out.endsWith(QLatin1Char(',')))
                 out += QLatin1Char(',');
-            fromBlank = true;
             continue;
         }
-        if (inside && c == QLatin1Char(',') && afterSeparator && fromBlank) {
-            fromBlank = false;
-            continue;
-        }
-        fromBlank = false;
         out += c;
     }
     text = out;
