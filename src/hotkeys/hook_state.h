@@ -31,6 +31,8 @@ struct HookState {
     double RecordClock = 0;       // seconds since midnight of the last recorded event
     bool HotkeyCapture = false;   // the editor waits for a key combination
     QString CapturedKey;
+    bool HotkeysPaused = false;   // the editor's key field has the focus: hotkeys typed there
+                                  // reach the field and fire nothing
     bool MousePointCapture = false;  // the editor waits for a screen point
     QRect PointCaptureExcluded;      // the editor's own window, where clicks are not taken
     bool WebFetchActive = false;     // a [WEBSOURCE] fetch that Esc cancels

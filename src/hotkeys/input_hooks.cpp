@@ -178,7 +178,7 @@ bool IsHooked(int key)
         return false;  // a release is never swallowed
     if (h.MacroRecording)
         return RecordKey(key);
-    if (!HotkeysOn() && !running && !h.HotkeyCapture)
+    if ((!HotkeysOn() || h.HotkeysPaused) && !running && !h.HotkeyCapture)
         return false;
     if (IsLeftModifier(key))
         return false;
@@ -263,6 +263,8 @@ platform::KeyPlan CurrentKeyPlan()
     const HookState &h = hookState();
     const bool running = MacroRunning();
     if (!h.KeyboardHooked || h.MacroRecording || !(HotkeysOn() || running || h.HotkeyCapture))
+        return plan;
+    if (h.HotkeysPaused && !running && !h.HotkeyCapture)
         return plan;
     if (h.HotkeyCapture) {
         plan.everyKey = true;

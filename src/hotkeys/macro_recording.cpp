@@ -1,8 +1,6 @@
 #include "hotkeys/macro_recording.h"
 
 #include "hotkeys/hook_state.h"
-#include "hotkeys/hotkeys_file.h"
-#include "hotkeys/hotkeys_table.h"
 #include "hotkeys/input_hooks.h"
 #include "hotkeys/recording_text.h"
 #include "platform/services.h"
@@ -15,9 +13,6 @@ namespace {
 
 const QString kRecordingStatus = QStringLiteral("Sonamark - Creating Macro..");
 const QString kIdleStatus = QStringLiteral("Sonamark - Idle");
-// A key that no key press produces (virtual key 0): the macro never fires until the
-// user gives it a real one.
-const QString kNoKeys = QStringLiteral("{?}");
 
 RecordingWindow *g_window = nullptr;
 QString g_savedHotkeysEnabled;
@@ -30,32 +25,19 @@ void SetTray(platform::TrayPicture picture)
         tray->changeIcon(picture);
 }
 
-QString UnusedRecordingName()
-{
-    const HotkeyTable &t = table();
-    for (int n = t.HotkeyCount + 1;; ++n) {
-        const QString name = QStringLiteral("Recorded Macro %1").arg(n);
-        bool used = false;
-        for (int i = 1; i <= t.HotkeyCount && !used; ++i)
-            used = t.at(i).Description == name;
-        if (!used)
-            return name;
-    }
-}
-
 } // namespace
 
 void SetRecordingWindow(RecordingWindow *window) { g_window = window; }
 RecordingWindow *recordingWindow() { return g_window; }
 
-void StartRecording()
+bool StartRecording()
 {
     HookState &h = hookState();
     if (!g_window || h.MacroRecording)
-        return;
+        return false;
     bool includeMouse = true;
     if (!g_window->askToRecord(includeMouse))
-        return;
+        return false;
     h.RecordMouse = includeMouse;
     if (h.RecordMouse && !HookMouse()) {
         shell::MsgBoxOT(QStringLiteral("Can't include mouse events, mouse hook failed."), 0,
@@ -85,6 +67,7 @@ void StartRecording()
         port->whenInputSettled(begin);
     else
         begin();
+    return true;
 }
 
 void EndRecording()
@@ -125,36 +108,6 @@ void FinishRecording()
     UpdateHookPlan();
     if (g_window)
         g_window->openEditor(code);
-}
-
-QString AddRecordedMacro(const QString &code)
-{
-    HotkeyTable &t = table();
-    if (t.HotkeyCount >= kMaxHotkeys)
-        return QStringLiteral("The hotkeys table is full (%1 macros): the recorded macro stays in the text box only.")
-            .arg(kMaxHotkeys);
-    const int number = t.HotkeyCount + 1;
-    Hotkey &macro = t.at(number);
-    macro.Active = false;
-    macro.Keys = kNoKeys;
-    macro.Description = UnusedRecordingName();
-    macro.Code = code;
-    t.HotkeyCount = number;
-    t.CurrentHotkeyIndex = number - 1;
-    const QString added = QStringLiteral("The recorded macro was added as hotkey %1 \"%2\", disabled and with the key %3. "
-                                         "The Hotkeys editor is not part of this version: give it a key and enable it "
-                                         "in the Hotkeys file.")
-                              .arg(number)
-                              .arg(macro.Description, kNoKeys);
-    if (t.HotkeysFileName.isEmpty()) {
-        t.HotkeysDirty = true;
-        return added + QStringLiteral(" No Hotkeys file is defined, so it lasts until Sonamark ends.");
-    }
-    if (!UpdateHotkeyWordsFile()) {
-        t.HotkeysDirty = true;
-        return added + QStringLiteral(" Unable to save hotkey file.");
-    }
-    return added + QStringLiteral(" Saved in ") + t.HotkeysFileName + QLatin1Char('.');
 }
 
 } // namespace hotkeys

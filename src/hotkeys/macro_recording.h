@@ -28,16 +28,13 @@ public:
 void SetRecordingWindow(RecordingWindow *window);
 RecordingWindow *recordingWindow();
 
-// mnuHotkeysMakeMacro_Click: asks, then records until EndRecording.
-void StartRecording();
+// mnuHotkeysMakeMacro_Click: asks, then records until EndRecording. False when no
+// recording starts (the user declined, or one is under way).
+bool StartRecording();
 // The tray click that ends a recording: finishes once the click itself has been
 // recorded (its press and release are then cut off again).
 void EndRecording();
 // Ends at once: restores the hotkeys and the tray, hands the text to the editor.
 void FinishRecording();
-
-// Adds a finished recording to the table as a new macro, disabled and without keys,
-// and saves the file. Returns the message that tells the user where it went.
-QString AddRecordedMacro(const QString &code);
 
 } // namespace hotkeys

@@ -7,6 +7,7 @@
 #include "shell/failure_report.h"
 #include "shell/settings.h"
 #include "ui/frm_hotkey_list.h"
+#include "ui/frm_hotkeys.h"
 #include "ui/frm_sonamark.h"
 #include "ui/recording_window.h"
 
@@ -22,6 +23,7 @@ namespace {
 
 const QString kMakeMacro = QStringLiteral("Make Hotkeys Macro");
 const QString kListHotkeys = QStringLiteral("List Hotkeys");
+const QString kEditHotkeys = QStringLiteral("Edit Hotkeys");
 
 std::unique_ptr<MainRecordingWindow> g_recordingWindow;
 QPointer<frmSonamark> g_window;
@@ -50,6 +52,11 @@ void mnuHotkeysEnable_Click(frmSonamark *window)
         CheckEnableEntries(window);
         hotkeys::UpdateHookPlan();
     });
+}
+
+void mnuHotkeysEdit_Click()
+{
+    shell::Guarded("(Form) frmSonamark::Sub mnuHotkeysEdit_Click", [] { ShowHotkeyEditor(); });
 }
 
 void mnuHotkeysList_Click(frmSonamark *window)
@@ -89,6 +96,12 @@ void ConnectHotkeyMenus(frmSonamark *window)
             continue;
         entry->setEnabled(true);
         QObject::connect(entry, &QAction::triggered, window, [] { mnuHotkeysMakeMacro_Click(); });
+    }
+    for (QAction *entry : {MenuEntry(window->mnuHotkeys, kEditHotkeys), MenuEntry(trayHotkeys, kEditHotkeys)}) {
+        if (!entry)
+            continue;
+        entry->setEnabled(true);
+        QObject::connect(entry, &QAction::triggered, window, [] { mnuHotkeysEdit_Click(); });
     }
     for (QAction *entry : {MenuEntry(window->mnuHotkeys, kListHotkeys), MenuEntry(trayHotkeys, kListHotkeys)}) {
         if (!entry)

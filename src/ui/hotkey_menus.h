@@ -1,7 +1,7 @@
 #pragma once
-// The main window's Hotkeys entries that work through the global hooks: "Make Hotkeys
-// Macro", "List Hotkeys" and "Enable Hotkeys", on the menu bar and in the tray menu's
-// Options.
+// The main window's Hotkeys entries that work through the global hooks: "Edit Hotkeys",
+// "Make Hotkeys Macro", "List Hotkeys" and "Enable Hotkeys", on the menu bar and in the
+// tray menu's Options.
 namespace ui {
 
 class frmSonamark;

@@ -1,7 +1,7 @@
 #include "ui/recording_window.h"
 
 #include "macro/macro_text.h"
-#include "shell/on_top_message.h"
+#include "ui/frm_hotkeys.h"
 #include "ui/frm_macro_popup.h"
 #include "ui/frm_sonamark.h"
 #include "ui/subsystem_calls.h"
@@ -37,9 +37,6 @@ bool MainRecordingWindow::askToRecord(bool &includeMouse) { return frmMacroPopup
 
 void MainRecordingWindow::stopMonitoring() { StopClipboardMonitor(m_window); }
 
-void MainRecordingWindow::openEditor(const QString &code)
-{
-    shell::MsgBoxOT(hotkeys::AddRecordedMacro(code), 0, QStringLiteral("Make Hotkeys Macro"));
-}
+void MainRecordingWindow::openEditor(const QString &code) { EditRecordedMacro(code); }
 
 } // namespace ui

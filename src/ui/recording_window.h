@@ -17,8 +17,7 @@ public:
     void setStatusText(const QString &text) override;
     bool askToRecord(bool &includeMouse) override;
     void stopMonitoring() override;
-    // The hotkey editor is not part of this build: the macro becomes a new record of the
-    // table, and the user is told which.
+    // The Hotkeys editor opens on a new macro with the recorded code.
     void openEditor(const QString &code) override;
 
 private:

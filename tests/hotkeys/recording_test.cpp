@@ -131,35 +131,18 @@ TEST_F(HooksTest, TheRecordingTakesNothingBeforeItsStartNorAfterItsEndingClick)
 TEST_F(HooksTest, NoOrAFailedMouseHookOnTheQuestion)
 {
     window.answerYes = false;
-    StartRecording();
+    EXPECT_FALSE(StartRecording());
     EXPECT_FALSE(hookState().MacroRecording);
     EXPECT_EQ(shell::settings().HotkeysEnabledOpt, QStringLiteral("1"));
 
     window.answerYes = true;
     fakes.inputHooks.mouseAvailable = false;
-    StartRecording();
+    EXPECT_TRUE(StartRecording());
     ASSERT_EQ(fakes.messages.shown.size(), 1);
     EXPECT_EQ(fakes.messages.shown[0].text, "Can't include mouse events, mouse hook failed.\r\n");
     EXPECT_EQ(fakes.messages.shown[0].title, QStringLiteral("Mouse Hook"));
     EXPECT_TRUE(hookState().MacroRecording);
     EXPECT_FALSE(hookState().RecordMouse);
-}
-
-TEST_F(HooksTest, ARecordedMacroBecomesANewDisabledRecordOfTheFile)
-{
-    QTemporaryDir dir;
-    table().HotkeysFileName = dir.filePath(QStringLiteral("Hotkeys.txt"));
-    addMacro(QStringLiteral("^a"));
-    const QString message = AddRecordedMacro(QStringLiteral("hi\r\n"));
-    EXPECT_EQ(table().HotkeyCount, 2);
-    EXPECT_FALSE(table().at(2).Active);
-    EXPECT_EQ(table().at(2).Code, QStringLiteral("hi\r\n"));
-    EXPECT_EQ(table().at(2).Description, QStringLiteral("Recorded Macro 2"));
-    EXPECT_TRUE(message.contains(QStringLiteral("hotkey 2 \"Recorded Macro 2\"")));
-    EXPECT_TRUE(message.contains(table().HotkeysFileName));
-    QFile file(table().HotkeysFileName);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(file.readAll().contains("#FALSE#,\"{?}\",\"Recorded Macro 2\",\"hi\r\n\""));
 }
 
 TEST_F(HooksTest, PointCaptureTakesOneClickOutsideTheEditor)

@@ -115,6 +115,7 @@ struct HotkeyListWindowTest : ::testing::Test {
 
 TEST_F(HotkeyListWindowTest, EveryControlHasItsCaptionAndTip)
 {
+    ui::SetHotkeyEditorOpener(nullptr);
     add(true, QStringLiteral("^%K"), QStringLiteral("Say"), QStringLiteral("abc"));
     ui::frmHotkeyList list;
     EXPECT_TRUE(list.isModal());
@@ -134,7 +135,7 @@ TEST_F(HotkeyListWindowTest, EveryControlHasItsCaptionAndTip)
         EXPECT_EQ(button->toolTip(), QLatin1String(tip));
         EXPECT_TRUE(button->isEnabled()) << caption;
     }
-    // No editor in this build yet: Edit stays, disabled, and says why.
+    // No editor installed: Edit stays, disabled, and says why.
     EXPECT_EQ(list.cmdEdit->text(), QStringLiteral("&Edit"));
     EXPECT_FALSE(list.cmdEdit->isEnabled());
     EXPECT_TRUE(list.cmdEdit->toolTip().contains(QStringLiteral("not available")));

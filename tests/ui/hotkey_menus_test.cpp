@@ -7,6 +7,10 @@
 #include "hotkeys/input_hooks.h"
 #include "shell/app_state.h"
 #include "shell/settings.h"
+#include "engine/clipboard_command.h"
+#include "ui/code_box.h"
+#include "ui/frm_hotkey_list.h"
+#include "ui/frm_hotkeys.h"
 #include "ui/frm_macro_popup.h"
 #include "ui/frm_sonamark.h"
 #include "ui/subsystem_calls.h"
@@ -15,9 +19,11 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <QMenu>
+#include <QTemporaryDir>
 #include <QTextEdit>
 #include <gtest/gtest.h>
 
@@ -27,10 +33,17 @@ struct HotkeyMenusTest : ::testing::Test {
     void SetUp() override
     {
         shell::app().reset();
+        shell::app().AppFolder = home.path() + QLatin1Char('/');  // the editor keeps Hotkeys.his there
         shell::settings().reset();
         shell::settings().FontSizeOpt = QStringLiteral("12");
         shell::settings().HotkeysEnabledOpt = QStringLiteral("1");
         hotkeys::hookState().reset();
+    }
+    void TearDown() override
+    {
+        delete ui::hotkeyEditor();
+        ui::SetHotkeyEditorOpener(nullptr);
+        engine::SetCommandLineUi({});
     }
     // Form_Load and the connections of main(); then a table of one macro.
     void load(ui::frmSonamark &window)
@@ -50,6 +63,7 @@ struct HotkeyMenusTest : ::testing::Test {
                 return action;
         return nullptr;
     }
+    QTemporaryDir home;
     fakes::FakeServices fx;
 };
 
@@ -104,12 +118,13 @@ TEST_F(HotkeyMenusTest, ATrayClickEndsARecordingKeptInTheTextBox)
     EXPECT_FALSE(hotkeys::hookState().MacroRecording);
     EXPECT_EQ(shell::settings().HotkeysEnabledOpt, QStringLiteral("1"));
     EXPECT_EQ(fx.tray.tip, QStringLiteral("Sonamark - Idle"));
-    // No editor in this build: the macro became hotkey 2, and the user was told so.
-    EXPECT_EQ(hotkeys::table().HotkeyCount, 2);
-    EXPECT_EQ(hotkeys::table().at(2).Code, QStringLiteral("+Hi"));
-    ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_EQ(fx.messages.shown[0].title, QStringLiteral("Make Hotkeys Macro"));
-    EXPECT_TRUE(fx.messages.shown[0].text.contains(QStringLiteral("hotkey 2")));
+    // The editor opens on a new macro with the recording, to be named and saved there.
+    ui::frmHotkeys *editor = ui::hotkeyEditor();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->txtAction->code(), QStringLiteral("+Hi"));
+    EXPECT_FALSE(editor->tNewItem->isHidden());
+    EXPECT_EQ(hotkeys::table().HotkeyCount, 1);
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
     EXPECT_FALSE(ui::TrayClickTakenByMacro());
 }
 
