@@ -18,7 +18,7 @@ PACKAGES=(
   pulseaudio pulseaudio-utils poppler-utils antiword procps imagemagick python3
   sox libsox-fmt-base ffmpeg mpg123 lame espeak-ng
   libgif-dev qt6-image-formats-plugins
-  hunspell-de-de hunspell
+  hunspell-de-de hunspell xdg-utils
 )
 
 missing=()

@@ -301,6 +301,7 @@ void BatchConversion::cmdEncode_Click()
         m_view.setFilesText(shell::CondensedPath(vars.Mp3FileName, kCondensedNameWidth));
         vars.MakeMp3 = true;
         reader::speechVars().HighlightOn = false;
+        m_view.setProgress(0);
 
         BatchFileRun run;
         run.text = text;

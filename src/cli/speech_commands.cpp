@@ -1,5 +1,6 @@
 #include "cli/speech_commands.h"
 
+#include "cli/batch_command.h"
 #include "cli/to_file_command.h"
 #include "platform/espeak/espeak_engine.h"
 #include "reader/speech.h"
@@ -91,11 +92,14 @@ bool IsSpeechCommand(const QStringList &args)
 {
     return !args.isEmpty()
         && (args.first() == QLatin1String("voices") || args.first() == QLatin1String("speak")
-            || args.first() == QLatin1String(kToFileCommand));
+            || args.first() == QLatin1String(kToFileCommand) || args.first() == QLatin1String(kBatchCommand));
 }
 
 int RunSpeechCommand(const QStringList &args, QTextStream &out, QTextStream &err)
 {
+    const bool batchWorker = args.size() > 1 && args.at(1) == QLatin1String(kBatchWorkerFlag);
+    if (args.first() == QLatin1String(kBatchCommand) && !batchWorker)
+        return RunBatch(args.mid(1), out, err);  // the workers speak; the parent does not
     platform::espeak::EspeakEngine engine;
     if (!engine.ok()) {
         err << "The speech engine (espeak-ng) could not be started.\n";
@@ -108,6 +112,8 @@ int RunSpeechCommand(const QStringList &args, QTextStream &out, QTextStream &err
     }
     if (args.first() == QLatin1String(kToFileCommand))
         return RunToFile(args.mid(1), engine, out, err);
+    if (batchWorker)
+        return RunBatchWorker(args.mid(1), engine, out, err);
     return Speak(args.mid(1), engine, err);
 }
 

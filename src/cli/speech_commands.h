@@ -4,6 +4,7 @@
 //   speak [--voice V] [--rate R] [--volume N] [--pitch P] TEXT|-
 //                               speaks to the default output and returns when done
 //   to-file [options] INPUT OUTPUT  reads a text file into a WAV or MP3 file (--help)
+//   batch [options] FILE...     reads documents into MP3 files beside them (--help)
 #include <QStringList>
 #include <QTextStream>
 

@@ -64,7 +64,12 @@ void mnuHelpXML_Click() { ShowHelpFile(kXmlTutorialFile, kXmlSupportCaption, Hel
 void LaunchSonamarkWebSite(const QString &url)
 {
     platform::Desktop *desktop = platform::services().desktop;
-    if (desktop && desktop->openUrl(url))
+    if (!desktop || !desktop->canOpenUrls()) {
+        shell::MsgBoxOT(QStringLiteral("Missing Internet Explorer. Launch the following URL in your browser:\r\n") + url,
+                        0, QStringLiteral("Missing IE"));
+        return;
+    }
+    if (desktop->openUrl(url))
         return;
     shell::MsgBoxOT(QStringLiteral("Could not launch Internet Explorer. Visit the following link in your browser:\r\n")
                         + url,

@@ -23,7 +23,9 @@ void ShowHelpFile(const QString &name, const QString &caption, const QStringList
 // Help > XML Support: the XML tutorial.
 void mnuHelpXML_Click();
 
-// Starts the user's browser with url. When it cannot be started: "Could not launch
+// Starts the user's browser with url. With no program to open URLs: "Missing Internet
+// Explorer. Launch the following URL in your browser:" and the url, titled "Missing IE".
+// When it cannot be started: "Could not launch
 // Internet Explorer. Visit the following link in your browser:" and the url, titled
 // "Can't Start IE".
 void LaunchSonamarkWebSite(const QString &url);

@@ -1,6 +1,5 @@
 #include "ui/frm_sonamark.h"
 
-#include "platform/qt/qt_tray_icon.h"
 #include "platform/qt/tray_pictures.h"
 #include "platform/services.h"
 #include "shell/app_state.h"
@@ -18,7 +17,10 @@
 #include "reader/tray_menu_forms.h"
 #include "ui/clip_controls.h"
 #include "ui/document_menus.h"
+#include "ui/edit_menu.h"
 #include "ui/frm_find.h"
+#include "ui/frm_find_files.h"
+#include "ui/frm_mp3_files.h"
 #include "ui/speech_panel.h"
 #include "ui/subsystem_calls.h"
 #include "ui/frm_vb_lame.h"
@@ -110,6 +112,7 @@ void frmSonamark::buildControls()
     sbStatusPanel1 = new QLabel(this);
     sbStatusPanel2 = new QLabel(this);
     speechPanel = new SpeechPanel(this, txtSpeech, sbStatusPanel2);
+    editMenu = new EditMenu(this, txtSpeech, sbStatusPanel2);
     layout->insertWidget(1, speechPanel);
     sbStatusPanel3 = new QLabel(this);
     Timer4 = new QTimer(this);
@@ -132,15 +135,15 @@ void frmSonamark::buildMenus()
     QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
     documentMenus->addOpenSave(file);
     connect(file->addAction(QStringLiteral("Save To MP3")), &QAction::triggered, this, &frmSonamark::mnuFileMP3_Click);
-    for (const char *caption : {"Save Text To MP3", "Convert Files To MP3"})
-        later(file, QLatin1String(caption));
+    later(file, QStringLiteral("Save Text To MP3"));
+    connect(file->addAction(QStringLiteral("Convert Files To MP3")), &QAction::triggered, this,
+            &frmSonamark::ShowConvertFiles);
     documentMenus->addPrinting(file);
     file->addSeparator();
     connect(file->addAction(QStringLiteral("Exit")), &QAction::triggered, this, &frmSonamark::mnuFileExit_Click);
 
     QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
-    for (const char *caption : {"Word Wrap", "Font..", "Default Font", "Align", "Indent", "Bullets"})
-        later(edit, QLatin1String(caption));
+    editMenu->addFormatEntries(edit);
     mnuFormatFind = edit->addAction(QStringLiteral("Find.."));
     connect(mnuFormatFind, &QAction::triggered, this, [this] {
         shell::Guarded("(Form) frmSonamark::Sub mnuFormatFind_Click", [this] { mnuFormatFind_Click(); });
@@ -150,8 +153,7 @@ void frmSonamark::buildMenus()
         shell::Guarded("(Form) frmSonamark::Sub mnuFormatFindNext_Click",
                        [this] { FindNextText(txtSpeech, m_find); });
     });
-    for (const char *caption : {"Insert XML header", "Count Words", "Insert Date && Time", "Open Hyperlink"})
-        later(edit, QLatin1String(caption));
+    editMenu->addToolEntries(edit);
 
     clipControls->addClipboardMenu(menuBar()->addMenu(QStringLiteral("&Clipboard")));
 
@@ -242,6 +244,11 @@ void frmSonamark::Form_Load()
     font.setPointSizeF(qMax(1.0, shell::Val(opts.FontSizeOpt)));
     txtSpeech->setFont(font);
     speechPanel->setDefaultFont(font);
+    editMenu->rememberDefaultFont();
+    connect(cmbFontSize, &QComboBox::textActivated, this, [this](const QString &size) {
+        shell::Guarded("(Form) frmSonamark::Sub cmbFontSize_Click",
+                       [&] { reader::cmbFontSize_Click(*editMenu, size, shell::app().WindowLoading); });
+    });
 
     if (!m_tray->exists()) {
         shell::MsgBoxOT(QStringLiteral("FATAL ERROR there is no taskbar currently available. Aborting."), 0,
@@ -299,8 +306,10 @@ void frmSonamark::trayClicked(int button)
 
 void frmSonamark::popTrayMenu()
 {
-    auto *qtTray = dynamic_cast<platform::QtTrayIcon *>(m_tray);
-    mnuPopUp->popup(qtTray ? qtTray->menuPosition() : QCursor::pos());
+    // At the pointer, where the click on the icon was. Of the window hook only the icon's
+    // clicks have a meaning here: they arrive as QSystemTrayIcon signals, so no window
+    // procedure is replaced, and there is nothing to give back at quit but the icon.
+    mnuPopUp->popup(QCursor::pos());
 }
 
 void frmSonamark::Timer3_Timer() { CollectClipboard(this); }
@@ -327,6 +336,19 @@ void frmSonamark::ShowReadToFile(const QString &target)
     });
     if (!target.isEmpty())
         dialog.SettxtOutputMp3File(target);
+    dialog.exec();
+}
+
+void frmSonamark::ShowConvertFiles()
+{
+    frmMP3Files dialog(
+        this,
+        [this] {
+            if (speechPanel->listIndex() < 0 && speechPanel->List1->count() > 0)
+                speechPanel->List1->setCurrentRow(0);
+            return speechPanel->listIndex();
+        },
+        [this] { ShowFindFiles(this); });
     dialog.exec();
 }
 

@@ -21,6 +21,7 @@ namespace ui {
 
 class ClipControls;
 class DocumentMenus;
+class EditMenu;
 class SpeechPanel;
 class frmFind;
 
@@ -47,6 +48,7 @@ public:
     SpeechPanel *speechPanel = nullptr;  // List1, sliders, Talk, Pause, Stop, Timer2
     DocumentMenus *documentMenus = nullptr;  // File and Exceptions entries, Paste, Clear
     ClipControls *clipControls = nullptr;  // cmdClipToggle, Timer1, Timer5, clip rows
+    EditMenu *editMenu = nullptr;  // the Edit entries but Find, Find Next; Ln/Col
     QTimer *Timer3 = nullptr;   // collects the clipboard each second
     QTimer *Timer4 = nullptr;   // keeps the date in status panel 3
     QTimer *RunTimer = nullptr; // one-shot start of a pending macro
@@ -71,6 +73,8 @@ public:
 
     // frmVBLame, modal, on the text box; a target fills its output name beforehand.
     void ShowReadToFile(const QString &target);
+    // frmMP3Files, modal: the chosen documents into MP3 files beside them.
+    void ShowConvertFiles();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -117,6 +117,18 @@ QTextBlockFormat QtParagraph(const reader::ParagraphFormat &format, qreal listIn
 
 } // namespace
 
+reader::CharFormat CharFormatOf(const QTextCharFormat &format, const QFont &defaultFont)
+{
+    return ModelFormat(format, defaultFont);
+}
+
+QTextCharFormat QtCharFormat(const reader::CharFormat &format) { return QtFormat(format); }
+
+reader::ParagraphFormat ParagraphFormatOf(const QTextDocument *document, const QTextBlock &block)
+{
+    return ModelParagraph(document, block);
+}
+
 reader::RichDocument RichDocumentOf(const QTextDocument *document)
 {
     reader::RichDocument result;

@@ -13,6 +13,9 @@
 #include <QByteArray>
 #include <QString>
 
+class QFont;
+class QTextBlock;
+class QTextCharFormat;
 class QTextDocument;
 
 namespace ui {
@@ -23,6 +26,11 @@ inline constexpr int kBulletHangTwips = 360;
 reader::RichDocument RichDocumentOf(const QTextDocument *document);
 // Replaces the document's content with the model, as one undo step.
 void SetRichDocument(QTextDocument *document, const reader::RichDocument &model);
+
+// One character format, and one paragraph's format, as the model has them.
+reader::CharFormat CharFormatOf(const QTextCharFormat &format, const QFont &defaultFont);
+QTextCharFormat QtCharFormat(const reader::CharFormat &format);
+reader::ParagraphFormat ParagraphFormatOf(const QTextDocument *document, const QTextBlock &block);
 
 // The document as RTF bytes.
 QByteArray DocumentToRtf(const QTextDocument *document);

@@ -20,6 +20,7 @@
 #include "shell/failure_report.h"
 #include "shell/settings.h"
 #include "ui/frm_hotkey_list.h"
+#include "ui/frm_hotkeys.h"
 #include "ui/frm_sonamark.h"
 #include "ui/hotkey_menus.h"
 #include "ui/speech_panel.h"
@@ -71,8 +72,12 @@ void ConnectMacroRunner(frmSonamark *window)
     engine::SetStatusTextSink([window](const QString &text) { window->setStatusText(text); });
     engine::CommandLineUi commandUi;
     commandUi.hideMainWindow = [window] { window->hide(); };
-    // The hotkey editor is not part of this build: "edit instead" leaves the macro be.
+    commandUi.editMacro = [window](int macroIndex) {
+        window->hide();
+        EditMacro(macroIndex);
+    };
     engine::SetCommandLineUi(commandUi);
+    SetHotkeyEditorOpener([] { EditMacro(hotkeys::table().CurrentHotkeyIndex); });
     ConnectHotkeyMenus(window);
     engine::ReaderWindows readerWindows;
     readerWindows.readToFile = [window](const QString &target) { window->ShowReadToFile(target); };

@@ -4,14 +4,25 @@
 #include <QDesktopServices>
 #include <QEventLoop>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QUrl>
 
 namespace platform {
 
+namespace {
+const QString kUrlOpener = QStringLiteral("xdg-open");
+}
+
 bool QtDesktop::openUrl(const QString &url)
 {
-    return QDesktopServices::openUrl(QUrl(url, QUrl::TolerantMode));
+    // xdg-open itself, not QDesktopServices: the same handler whatever platform plugin
+    // the program runs on (offscreen has none).
+    if (!canOpenUrls())
+        return QDesktopServices::openUrl(QUrl(url, QUrl::TolerantMode));
+    return QProcess::startDetached(kUrlOpener, {QUrl(url, QUrl::TolerantMode).toString(QUrl::FullyEncoded)});
 }
+
+bool QtDesktop::canOpenUrls() const { return !QStandardPaths::findExecutable(kUrlOpener).isEmpty(); }
 
 bool QtDesktop::startDetached(const QString &program, const QStringList &args, const QString &workDir)
 {

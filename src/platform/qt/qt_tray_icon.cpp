@@ -13,7 +13,9 @@ QtTrayIcon::QtTrayIcon() : m_icon(std::make_unique<QSystemTrayIcon>())
             [this](QSystemTrayIcon::ActivationReason reason) {
                 if (!onClick)
                     return;
-                if (reason == QSystemTrayIcon::Trigger)
+                // A double click is two releases of the left button: Qt reports the
+                // second as DoubleClick, and it counts as the second left click.
+                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
                     onClick(TrayClick::Left);
                 else if (reason == QSystemTrayIcon::Context)
                     onClick(TrayClick::Right);
