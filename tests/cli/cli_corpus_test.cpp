@@ -1,7 +1,7 @@
-// The statement corpus: each folder under corpus/ holds a macro (macro.txt), the files it
-// starts with, the report sonamark-cli run prints for it (report.txt) and, under after/,
-// files that must exist afterwards with exactly that content. The macro runs in a copy
-// of the folder, which is the current folder of the run.
+// The statement corpus: each folder under corpus/ holds a macro (macro.txt, and the macro
+// it calls, macro2.txt), the files it starts with, the report sonamark-cli run prints for
+// it (report.txt) and, under after/, files that must exist afterwards with exactly that
+// content. The macro runs in a copy of the folder, which is the current folder of the run.
 //
 // SONAMARK_UPDATE_CORPUS=1 writes report.txt from the run instead of comparing.
 #include "cli/run_command.h"
@@ -20,9 +20,9 @@ QByteArray readAll(const QString &path)
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
 }
 
-// A macro file as the Hotkeys file stores it: one record, lines joined by CR LF, double
-// quotes as U+00E0.
-QByteArray hotkeysFileFor(const QString &name, const QByteArray &macro)
+// One record of a Hotkeys file for a macro: lines joined by CR LF, double quotes as
+// U+00E0.
+QString hotkeyRecord(const QString &keys, const QString &name, const QByteArray &macro)
 {
     QString code = QString::fromUtf8(macro);
     code.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
@@ -30,9 +30,19 @@ QByteArray hotkeysFileFor(const QString &name, const QByteArray &macro)
         code.chop(1);
     code.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
     code.replace(QLatin1Char('"'), QChar(0xE0));
-    return (QStringLiteral("\"<Hotkeys Macros v1.2>\"\r\n#TRUE#,\"^%K\",\"") + name + QStringLiteral("\",\"") + code
-            + QStringLiteral("\"\r\n"))
-        .toUtf8();
+    return QStringLiteral("#TRUE#,\"") + keys + QStringLiteral("\",\"") + name + QStringLiteral("\",\"") + code
+           + QStringLiteral("\"\r\n");
+}
+
+// The Hotkeys file of a case: macro.txt is macro 1, run by the test; macro2.txt, when
+// there is one, is macro 2, for [HOTKEY 2].
+QByteArray hotkeysFileFor(const QString &name, const QString &folder)
+{
+    QString file = QStringLiteral("\"<Hotkeys Macros v1.2>\"\r\n")
+                   + hotkeyRecord(QStringLiteral("^%K"), name, readAll(folder + QStringLiteral("/macro.txt")));
+    if (QFile::exists(folder + QStringLiteral("/macro2.txt")))
+        file += hotkeyRecord(QStringLiteral("^%L"), name + QStringLiteral(" 2"), readAll(folder + QStringLiteral("/macro2.txt")));
+    return file.toUtf8();
 }
 
 class CorpusTest : public ::testing::TestWithParam<QString> {};
@@ -49,7 +59,7 @@ TEST_P(CorpusTest, ReportAndFilesAreAsRecorded)
     {
         QFile f(hotkeys);
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(hotkeysFileFor(GetParam(), readAll(source + QStringLiteral("/macro.txt"))));
+        f.write(hotkeysFileFor(GetParam(), source));
     }
 
     const QString before = QDir::currentPath();
