@@ -3,9 +3,28 @@
 #include "platform/qt/tray_pictures.h"
 
 #include <QCursor>
+#include <QLoggingCategory>
 #include <QSystemTrayIcon>
 
 namespace platform {
+
+namespace {
+
+// "sonamark.tray.info=true" logs every picture and tip the icon is given.
+Q_LOGGING_CATEGORY(lcTray, "sonamark.tray", QtWarningMsg)
+
+const char *pictureName(TrayPicture picture)
+{
+    switch (picture) {
+    case TrayPicture::Idle: return "idle";
+    case TrayPicture::Monitoring: return "monitoring";
+    case TrayPicture::SpellMonitoring: return "spell-monitoring";
+    case TrayPicture::Macro: return "macro";
+    }
+    return "?";
+}
+
+} // namespace
 
 QtTrayIcon::QtTrayIcon() : m_icon(std::make_unique<QSystemTrayIcon>())
 {
@@ -28,15 +47,23 @@ bool QtTrayIcon::exists() const { return QSystemTrayIcon::isSystemTrayAvailable(
 
 bool QtTrayIcon::addIcon(TrayPicture picture, const QString &tip)
 {
-    m_icon->setIcon(TrayPictureIcon(picture));
-    m_icon->setToolTip(tip.left(kTipLength));
+    changeIcon(picture);
+    changeTip(tip);
     m_icon->show();
     return m_icon->isVisible();
 }
 
-void QtTrayIcon::changeIcon(TrayPicture picture) { m_icon->setIcon(TrayPictureIcon(picture)); }
+void QtTrayIcon::changeIcon(TrayPicture picture)
+{
+    qCInfo(lcTray).noquote() << "picture" << pictureName(picture);
+    m_icon->setIcon(TrayPictureIcon(picture));
+}
 
-void QtTrayIcon::changeTip(const QString &tip) { m_icon->setToolTip(tip.left(kTipLength)); }
+void QtTrayIcon::changeTip(const QString &tip)
+{
+    qCInfo(lcTray).noquote() << "tip" << tip.left(kTipLength);
+    m_icon->setToolTip(tip.left(kTipLength));
+}
 
 void QtTrayIcon::deleteIcon() { m_icon->hide(); }
 
