@@ -20,6 +20,7 @@
 #include "ui/edit_menu.h"
 #include "ui/frm_find.h"
 #include "ui/frm_find_files.h"
+#include "ui/frm_hotkeys.h"
 #include "ui/frm_mp3_files.h"
 #include "ui/speech_panel.h"
 #include "ui/subsystem_calls.h"
@@ -354,6 +355,12 @@ void frmSonamark::ShowConvertFiles()
 
 void frmSonamark::closeEvent(QCloseEvent *event)
 {
+    // The Hotkey editor closes first, asking about its unsaved changes; its Cancel keeps
+    // the program running.
+    if (frmHotkeys *editor = hotkeyEditor(); editor && !m_unloaded && !editor->close()) {
+        event->ignore();
+        return;
+    }
     bool quit = false;
     shell::Guarded("(Form) frmSonamark::Sub Form_Unload", [&] {
         quit = shell::ConfirmQuit(SaveCurrentText(this));

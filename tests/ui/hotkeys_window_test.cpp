@@ -283,6 +283,22 @@ TEST_F(HotkeysWindowTest, ClosingWithAChangeAsksAndCancelKeepsTheWindow)
     EXPECT_TRUE(fileBytes().contains("\"Alpha\",\"morea\""));
 }
 
+TEST_F(HotkeysWindowTest, QuittingTheProgramAsksTheEditorFirstAndItsCancelKeepsBoth)
+{
+    ui::frmSonamark window(&fx.tray);
+    window.Form_Load();
+    ui::frmHotkeys *w = open(0);
+    type(w->txtAction, QStringLiteral("more"));
+    answer({shell::MsgCancel});
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(messages(), QStringList{"Save \"^%a\": Save changes to hotkey first?"});
+    EXPECT_EQ(ui::hotkeyEditor(), w);
+    EXPECT_FALSE(fileBytes().contains("morea"));
+    answer({shell::MsgYes});
+    window.close();
+    EXPECT_TRUE(fileBytes().contains("\"Alpha\",\"morea\""));
+}
+
 TEST_F(HotkeysWindowTest, TheMainWindowTheListAndTheClipboardCommandOpenIt)
 {
     ui::frmSonamark window(&fx.tray);
