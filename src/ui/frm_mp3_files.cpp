@@ -3,6 +3,7 @@
 #include "audio/read_to_file_dialog.h"
 #include "audio/read_to_file_vars.h"
 #include "shell/failure_report.h"
+#include "ui/form_controls.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -20,23 +21,6 @@ namespace {
 
 constexpr int kFilesBoxWidth = 420;
 
-QComboBox *dropDown(QWidget *parent, const char *name)
-{
-    auto *combo = new QComboBox(parent);
-    combo->setObjectName(QLatin1String(name));
-    combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    return combo;
-}
-
-QPushButton *button(QWidget *parent, const char *name, const QString &caption, const QString &tip)
-{
-    auto *b = new QPushButton(caption, parent);
-    b->setObjectName(QLatin1String(name));
-    b->setToolTip(tip);
-    b->setAutoDefault(false);
-    return b;
-}
-
 } // namespace
 
 frmMP3Files::frmMP3Files(QWidget *parent, std::function<int()> voiceRow, std::function<void()> fileFinder)
@@ -44,16 +28,16 @@ frmMP3Files::frmMP3Files(QWidget *parent, std::function<int()> voiceRow, std::fu
 {
     setObjectName(QStringLiteral("frmMP3Files"));
     lblMp3File = new QLabel(QStringLiteral("Convert Files"), this);
-    txtOutputMp3File = dropDown(this, "txtOutputMp3File");
+    txtOutputMp3File = DropDown(this, "txtOutputMp3File");
     txtOutputMp3File->setEditable(true);
     txtOutputMp3File->setMinimumWidth(kFilesBoxWidth);
-    cmdFile = button(this, "cmdFile", QStringLiteral("..."), QStringLiteral("Browse For Input Files"));
+    cmdFile = FormButton(this, "cmdFile", QStringLiteral("..."), QStringLiteral("Browse For Input Files"));
     lblPreset = new QLabel(QStringLiteral("Sound Quality"), this);
-    cboOption = dropDown(this, "cboOption");
-    cmbBitrate = dropDown(this, "cmbBitrate");
-    cmdEncode = button(this, "cmdEncode", QLatin1String(audio::kBatchEncodeCaption),
+    cboOption = DropDown(this, "cboOption");
+    cmbBitrate = DropDown(this, "cmbBitrate");
+    cmdEncode = FormButton(this, "cmdEncode", QLatin1String(audio::kBatchEncodeCaption),
                        QStringLiteral("Save speech to sound files"));
-    cmdCancel = button(this, "cmdCancel", QStringLiteral("&Close"), QString());
+    cmdCancel = FormButton(this, "cmdCancel", QStringLiteral("&Close"), QString());
     m_cProgress = new QProgressBar(this);
     m_cProgress->setObjectName(QStringLiteral("m_cProgress"));
     m_cProgress->setRange(0, 100);

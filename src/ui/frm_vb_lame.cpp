@@ -2,6 +2,7 @@
 
 #include "reader/text_box.h"
 #include "shell/failure_report.h"
+#include "ui/form_controls.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -20,23 +21,6 @@ namespace {
 
 constexpr int kOutputBoxWidth = 360;
 
-QComboBox *dropDown(QWidget *parent, const char *name)
-{
-    auto *combo = new QComboBox(parent);
-    combo->setObjectName(QLatin1String(name));
-    combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    return combo;
-}
-
-QPushButton *button(QWidget *parent, const char *name, const QString &caption, const QString &tip)
-{
-    auto *b = new QPushButton(caption, parent);
-    b->setObjectName(QLatin1String(name));
-    b->setToolTip(tip);
-    b->setAutoDefault(false);
-    return b;
-}
-
 } // namespace
 
 frmVBLame::frmVBLame(QWidget *parent, std::function<int()> voiceRow)
@@ -49,13 +33,13 @@ frmVBLame::frmVBLame(QWidget *parent, std::function<int()> voiceRow)
     txtOutputMp3File = new QLineEdit(this);
     txtOutputMp3File->setObjectName(QStringLiteral("txtOutputMp3File"));
     txtOutputMp3File->setMinimumWidth(kOutputBoxWidth);
-    cmdFile = button(this, "cmdFile", QStringLiteral("..."), QStringLiteral("Set output file"));
+    cmdFile = FormButton(this, "cmdFile", QStringLiteral("..."), QStringLiteral("Set output file"));
     lblPreset = new QLabel(QStringLiteral("Sound Quality"), this);
-    cboOption0 = dropDown(this, "cboOption0");
-    cboOption1 = dropDown(this, "cboOption1");
-    cmbBitrate = dropDown(this, "cmbBitrate");
-    cmdEncode = button(this, "cmdEncode", QLatin1String(audio::kEncodeCaption), QStringLiteral("Save speech to a sound file"));
-    cmdCancel = button(this, "cmdCancel", QStringLiteral("&Close"), QStringLiteral("Cancel Read To File"));
+    cboOption0 = DropDown(this, "cboOption0");
+    cboOption1 = DropDown(this, "cboOption1");
+    cmbBitrate = DropDown(this, "cmbBitrate");
+    cmdEncode = FormButton(this, "cmdEncode", QLatin1String(audio::kEncodeCaption), QStringLiteral("Save speech to a sound file"));
+    cmdCancel = FormButton(this, "cmdCancel", QStringLiteral("&Close"), QStringLiteral("Cancel Read To File"));
     m_cProgress = new QProgressBar(this);
     m_cProgress->setObjectName(QStringLiteral("m_cProgress"));
     m_cProgress->setRange(0, 100);
