@@ -125,6 +125,7 @@ QString UsageText()
         "  voices    lists the installed voices\n"
         "  speak     speaks a text\n"
         "  to-file   reads a text file into a WAV or MP3 file\n"
+        "  batch     reads documents into MP3 files beside them, several at once\n"
         "  find      lists the files below a folder that match a pattern\n"
         "  spell     lists the words of a text that the dictionary does not know\n"
         "\n"
