@@ -4,6 +4,7 @@
 
 #include "engine/operands.h"
 #include "engine/run_state.h"
+#include "hotkeys/dialog_string.h"
 #include "macro/macro_text.h"
 #include "macro/variables.h"
 #include "reader/documents.h"
@@ -214,9 +215,7 @@ QString DoSHORTPATH(int line)
                                                QStringLiteral("Invalid variable format"));
     if (!message.isEmpty())
         return message;
-    const QFileInfo info(operands.text);
-    const QString canonical = info.canonicalFilePath();
-    macro::SetVarVal(operands.resultName, canonical.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : canonical);
+    macro::SetVarVal(operands.resultName, hotkeys::GetShortPath(operands.text));
     return {};
 }
 

@@ -4,6 +4,7 @@
 
 #include "engine/operands.h"
 #include "engine/run_state.h"
+#include "hotkeys/dialog_string.h"
 #include "macro/macro_text.h"
 #include "macro/numbers.h"
 #include "macro/variables.h"
@@ -95,9 +96,17 @@ QString DoUSERINPUT(int line)
     if (!macro::IsVarName(name))
         return QStringLiteral("Only letters allowed in variable name for [USERINPUT Title Var] statement");
     macro::RestoreQuotes(prompt);
-    if (prompt.startsWith(QLatin1String("dialog+"), Qt::CaseInsensitive)
-        || prompt.startsWith(QLatin1String("dialgs+"), Qt::CaseInsensitive))
-        return QStringLiteral("Dialog strings cannot be shown yet for [USERINPUT Title Var] statement");
+    if (hotkeys::IsDialogString(prompt)) {
+        const bool shortPath = hotkeys::WantsShortPath(prompt);
+        QString dialog = prompt;
+        QString chosen = hotkeys::LaunchDialog(dialog);
+        if (dialog.isEmpty())
+            return QStringLiteral("Invalid dialog string for [USERINPUT Title Var] statement");
+        if (shortPath && !chosen.isEmpty() && !chosen.contains(QLatin1Char('\n')))
+            chosen = hotkeys::GetShortPath(chosen);
+        macro::SetVarVal(name, chosen);
+        return {};
+    }
 
     platform::Prompts *prompts = platform::services().prompts;
     QString reply;

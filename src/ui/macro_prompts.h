@@ -9,6 +9,7 @@ class MacroPrompts : public platform::Prompts {
 public:
     bool inputBox(const QString &title, const QString &prompt, QString &reply) override;
     bool editText(QString &text) override;
+    bool commonDialog(const platform::CommonDialog &dialog, QString &result) override;
 };
 
 } // namespace ui

@@ -23,6 +23,7 @@ printf 'Quarterly numbers printed from a macro.\r\n' > "$doc"
   printf '#TRUE#,"^%%m","Mp3","[LOADFILE %s%s%s]\r\n[MAKEMP3 %s%s/out.mp3%s]"\r\n' "$q" "$doc" "$q" "$q" "$home" "$q"
   printf '#TRUE#,"^%%p","Print","[PRINT %s%s%s]"\r\n' "$q" "$doc" "$q"
   printf '#TRUE#,"^%%l","List","[LISTHOTKEYS]\r\n[SETCLIP %slist closed%s]"\r\n' "$q" "$q"
+  printf '#TRUE#,"^%%d","Dialog","[USERINPUT %sdialog+Open+Pick a report+%s+txt%s F]\r\n[SETCLIP F]"\r\n' "$q" "$home" "$q"
 } > "$home/Hotkeys.txt"
 hotkey() { "$keys" down Control_L down Alt_L tap "$1" up Alt_L up Control_L; }
 clip() { xclip -selection clipboard -o 2>/dev/null; }
@@ -89,3 +90,9 @@ xdotool windowactivate --sync "$list" key --clearmodifiers alt+q   # &Quit
 wait_for 10 sh -c '[ "$(xclip -selection clipboard -o 2>/dev/null)" = "list closed" ]' \
   || fail "the macro did not go on after the hotkey list closed"
 echo "ok - [LISTHOTKEYS] opens the hotkey list modally and the macro goes on when it closes"
+
+hotkey d
+file_dialog "Pick a report" "$doc"
+wait_for 10 sh -c '[ "$(xclip -selection clipboard -o 2>/dev/null)" = "'"$doc"'" ]' \
+  || fail "the dialog's file did not reach the variable: [$(clip)]"
+echo "ok - [USERINPUT \"dialog+Open+...\" F] opens a file dialog and F gets the file chosen"

@@ -164,6 +164,14 @@ public:
         asked << QStringLiteral("edit ") + text;
         return take(text);
     }
+    // "dialog <kind> <title>|<start>|<extension>|<flags in hex>"
+    bool commonDialog(const platform::CommonDialog &d, QString &result) override
+    {
+        asked << QStringLiteral("dialog %1 %2|%3|%4|%5")
+                     .arg(int(d.kind))
+                     .arg(d.title, d.startPath, d.extension, QString::number(d.flags, 16));
+        return take(result);
+    }
 private:
     bool take(QString &into)
     {
