@@ -1,5 +1,7 @@
 #include "hotkeys/editor.h"
 
+#include "hotkeys/editor_commands.h"
+
 #include "hotkeys/file_history.h"
 #include "hotkeys/formatter.h"
 #include "hotkeys/good_hotkey.h"
@@ -196,6 +198,69 @@ void HotkeyEditor::LoadHotkeys()
 }
 
 void HotkeyEditor::RestoreCurrent() { table().CurrentHotkeyIndex = m_shown; }
+
+QString HotkeyEditor::PrintHotkeyText() const
+{
+    const HotkeyTable &t = table();
+    const bool stored = m_shown >= 0 && m_shown < t.HotkeyCount;
+    if (!m_newEntry && !stored) {
+        shell::MsgBoxOT(QStringLiteral("No hotkey to print."), 0, kPrintTitle);
+        return {};
+    }
+    Hotkey shown;
+    shown.Keys = m_view.keysText();
+    shown.Description = m_view.descriptionText();
+    shown.Code = m_view.code();
+    shown.Active = m_view.enableChecked();
+    return HotkeyPrintText(m_newEntry ? t.HotkeyCount + 1 : m_shown + 1, shown);
+}
+
+QString HotkeyEditor::PrintAllText() const
+{
+    if (table().HotkeyCount == 0) {
+        shell::MsgBoxOT(QStringLiteral("No hotkeys to print."), 0, kPrintTitle);
+        return {};
+    }
+    return AllHotkeysPrintText(table());
+}
+
+void HotkeyEditor::mnuFileIcon_Click(const QString &folder, const QString &launchProgram)
+{
+    if (!SaveHKChanges())
+        return;
+    const HotkeyTable &t = table();
+    if (m_newEntry || m_shown < 0 || m_shown >= t.HotkeyCount) {
+        shell::MsgBoxOT(m_newEntry ? QStringLiteral("Save this macro before making a desktop icon for it.")
+                                   : QStringLiteral("There is no macro to make a desktop icon for."),
+                        0, kIconTitle);
+        return;
+    }
+    const QString description = t.Hotkeys[size_t(m_shown)].Description;
+    if (description.trimmed().isEmpty()) {
+        shell::MsgBoxOT(QStringLiteral("A macro needs a description to have a desktop icon."), 0, kIconTitle);
+        return;
+    }
+    const QString path = QDir(folder).filePath(MacroLauncherFileName(description));
+    if (QFileInfo::exists(path)
+        && !Ask(QStringLiteral("A desktop icon for macro ") + Quoted(description)
+                    + QStringLiteral(" already exists. Replace it?"),
+                1, kIconTitle))
+        return;
+    const QString error = WriteMacroLauncher(folder, launchProgram, description);
+    if (!error.isEmpty()) {
+        shell::MsgBoxOT(QStringLiteral("The desktop icon could not be made: ") + error, 0, kIconTitle);
+        return;
+    }
+    m_view.setStatus(QStringLiteral("Desktop icon made: ") + path);
+}
+
+void HotkeyEditor::RefreshEnabled()
+{
+    const HotkeyTable &t = table();
+    if (m_newEntry || m_shown < 0 || m_shown >= t.HotkeyCount)
+        return;
+    m_view.setEnableChecked(t.Hotkeys[size_t(m_shown)].Active);
+}
 
 void HotkeyEditor::ShowCaption()
 {

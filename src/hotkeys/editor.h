@@ -125,6 +125,17 @@ public:
     // Makes the macro shown here current again, after others moved CurrentHotkeyIndex.
     void RestoreCurrent();
 
+    // File > Print Hotkey: the shown macro as it stands in the window. "" when there is
+    // none, after saying so.
+    QString PrintHotkeyText() const;
+    // File > Print All Hotkeys: every stored macro; "" after "No hotkeys to print.".
+    QString PrintAllText() const;
+    // File > Desktop Icon: after the save question, writes a launcher into folder that
+    // runs the shown, stored macro through launchProgram.
+    void mnuFileIcon_Click(const QString &folder, const QString &launchProgram);
+    // Another window changed the stored flags: the enable box shows the shown macro's.
+    void RefreshEnabled();
+
     bool savedFlag() const { return m_saved; }
     bool newEntry() const { return m_newEntry; }
     const QStringList &history() const { return m_history; }

@@ -3,6 +3,7 @@
 #include "engine/interpreter.h"
 #include "engine/run_state.h"
 #include "shell/failure_report.h"
+#include "ui/frm_hotkeys.h"
 #include "ui/frm_run_macro_popup.h"
 #include "ui/hotkey_menus.h"
 
@@ -145,6 +146,12 @@ void frmHotkeyList::connectControls()
             guarded("(Form) frmHotkeyList::Sub cmdRun_Click", &hotkeys::HotkeyList::cmdRun_Click));
     connect(cmdEdit, &QPushButton::clicked, this,
             guarded("(Form) frmHotkeyList::Sub cmdEdit_Click", &hotkeys::HotkeyList::cmdEdit_Click));
+    // Apply and Run (which may enable a macro) change stored flags the open editor shows.
+    for (QPushButton *button : {cmdSave, cmdRun})
+        connect(button, &QPushButton::clicked, this, [] {
+            if (frmHotkeys *editor = hotkeyEditor())
+                editor->editor().RefreshEnabled();
+        });
     connect(cmdQuit, &QPushButton::clicked, this, &QDialog::reject);
     connect(Timer1, &QTimer::timeout, this, [this] {
         cmdQuit->setFocus();

@@ -2,18 +2,24 @@
 
 #include "engine/interpreter.h"
 #include "engine/run_state.h"
+#include "hotkeys/editor_commands.h"
 #include "hotkeys/file_history.h"
 #include "hotkeys/hook_state.h"
 #include "hotkeys/hotkeys_table.h"
 #include "hotkeys/input_hooks.h"
 #include "hotkeys/macro_recording.h"
+#include "reader/help_menu.h"
 #include "shell/app_state.h"
 #include "shell/condensed_path.h"
+#include "shell/data_folder.h"
 #include "shell/failure_report.h"
+#include "shell/on_top_message.h"
 #include "shell/settings.h"
+#include "shell/startup.h"
 #include "ui/code_box.h"
 #include "ui/frm_run_macro_popup.h"
 #include "ui/frm_text.h"
+#include "ui/text_printer.h"
 
 #include <QAction>
 #include <QApplication>
@@ -21,6 +27,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
@@ -34,10 +41,14 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTextBlock>
+#include <QTextEdit>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -47,6 +58,10 @@ namespace {
 
 constexpr int kWatchSettleMs = 300;  // a file being written settles before it is compared
 constexpr int kMruMenuChars = 60;
+constexpr int kCapturePollMs = 50;
+constexpr int kCaptureTicks = 10000 / kCapturePollMs;  // ten seconds to press the key
+constexpr int kHelpPageMacros = 10;  // pages of the help viewer
+constexpr int kHelpPageEditor = 11;
 const QColor kErrorColour(255, 0, 0);
 const QString kWizardsLater = QStringLiteral("The statement wizard for this entry is not part of this version yet: "
                                              "type the statement into the code box.");
@@ -137,7 +152,12 @@ frmHotkeys::frmHotkeys(QWidget *parent) : QMainWindow(parent)
     resize(960, 640);
 }
 
-frmHotkeys::~frmHotkeys() { pauseHotkeys(false); }
+frmHotkeys::~frmHotkeys()
+{
+    if (m_captureTimer && m_captureTimer->isActive())
+        hotkeys::EndHotkeyCapture();
+    pauseHotkeys(false);
+}
 
 frmText *frmHotkeys::reportWindow() const { return m_report; }
 
@@ -251,6 +271,12 @@ void frmHotkeys::buildMenus()
     mnuFile->addSeparator();
     mnuFileSort = mnuFile->addAction(QStringLiteral("Sor&t by Description"));
     mnuFile->addSeparator();
+    mnuFilePrintHotkey = mnuFile->addAction(QStringLiteral("&Print Hotkey..."));
+    mnuFilePrintHotkey->setShortcut(QKeySequence::Print);
+    mnuFilePrintAll = mnuFile->addAction(QStringLiteral("Print A&ll Hotkeys..."));
+    mnuFileIcon = mnuFile->addAction(QStringLiteral("Add Macro &Icon To Desktop"));
+    mnuFileIcon->setToolTip(QStringLiteral("Put an icon on the desktop that runs this macro"));
+    mnuFile->addSeparator();
     for (int i = 0; i < hotkeys::kHistorySize; ++i) {
         QAction *item = mnuFile->addAction(QString());
         item->setObjectName(QStringLiteral("mnuFileMRU%1").arg(i));
@@ -287,6 +313,12 @@ void frmHotkeys::buildMenus()
     mnuFormatCode->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F));
     mnuFormat->addSeparator();
     mnuRecord = mnuFormat->addAction(QStringLiteral("&Record a New Macro..."));
+
+    mnuHelp = menuBar()->addMenu(QStringLiteral("&Help"));
+    mnuHelpMacros = mnuHelp->addAction(QStringLiteral("Hotkeys &Macros"));
+    mnuHelpEditor = mnuHelp->addAction(QStringLiteral("Hotkeys &Editor"));
+    mnuHelpEditor->setShortcut(QKeySequence::HelpContents);
+    mnuHelpXML = mnuHelp->addAction(QStringLiteral("&XML Support"));
 }
 
 void frmHotkeys::buildInsertMenu()
@@ -317,6 +349,8 @@ void frmHotkeys::buildInsertMenu()
         const QString literal = QLatin1String(text);
         literals->addAction(literal, this, [this, literal] { pasteKey(literal); });
     }
+    mnuInsertHotkey = mnuInsert->addAction(QStringLiteral("&Hotkey..."), this, [this] { mnuInsertHotkey_Click(); });
+    mnuInsertHotkey->setToolTip(QStringLiteral("Press a key combination to insert its notation"));
     mnuInsert->addSeparator();
     mnuInsertComment = mnuInsert->addAction(QStringLiteral("&Comment Line  #"), this,
                                             [this] { pasteStatement(QStringLiteral("# ")); });
@@ -414,6 +448,24 @@ void frmHotkeys::connectControls()
             handle("(Form) frmHotkeys::Sub mnuFileMRU_Click", [this, i] { m_editor->mnuFileMRU_Click(i); });
         });
     connect(mnuFileExit, &QAction::triggered, this, &QWidget::close);
+    connect(mnuFilePrintHotkey, &QAction::triggered, this, [this] {
+        handle("(Form) frmHotkeys::Sub mnuFilePrintHotkey_Click", [this] { printText(m_editor->PrintHotkeyText()); });
+    });
+    connect(mnuFilePrintAll, &QAction::triggered, this, [this] {
+        handle("(Form) frmHotkeys::Sub mnuFilePrintAll_Click", [this] { printText(m_editor->PrintAllText()); });
+    });
+    connect(mnuFileIcon, &QAction::triggered, this, [this] {
+        handle("(Form) frmHotkeys::Sub mnuFileIcon_Click", [this] {
+            QString launcher = QDir(shell::ProgramFolder()).filePath(QStringLiteral("sonamark-launch"));
+            if (!QFileInfo::exists(launcher))
+                launcher = QStringLiteral("sonamark-launch");  // installed on the PATH
+            m_editor->mnuFileIcon_Click(shell::DesktopFolderPath(), launcher);
+        });
+    });
+    connect(mnuHelpMacros, &QAction::triggered, this, [this] { helpPage(kHelpPageMacros); });
+    connect(mnuHelpEditor, &QAction::triggered, this, [this] { helpPage(kHelpPageEditor); });
+    connect(mnuHelpXML, &QAction::triggered, this,
+            [] { shell::Guarded("(Form) frmHotkeys::Sub mnuHelpXML_Click", [] { reader::mnuHelpXML_Click(); }); });
 
     const auto picked = [this](int row) {
         if (!m_settingByCode)
@@ -466,6 +518,10 @@ void frmHotkeys::closeEvent(QCloseEvent *event)
     if (!unload) {
         event->ignore();
         return;
+    }
+    if (m_captureTimer && m_captureTimer->isActive()) {
+        m_captureTimer->stop();
+        hotkeys::EndHotkeyCapture();
     }
     pauseHotkeys(false);
     if (m_report)
@@ -532,6 +588,80 @@ void frmHotkeys::pasteStatement(const QString &text)
         Q_UNUSED(code);
         return m_editor->insertIndent(caret, text.trimmed());
     });
+}
+
+void frmHotkeys::mnuInsertHotkey_Click()
+{
+    if (!m_captureTimer) {
+        m_captureTimer = new QTimer(this);
+        m_captureTimer->setInterval(kCapturePollMs);
+        connect(m_captureTimer, &QTimer::timeout, this, [this] {
+            const QString key = hotkeys::TakeCapturedKey();
+            if (!key.isEmpty()) {
+                m_captureTimer->stop();
+                sbStatusPanel->setText(QStringLiteral("Inserted hotkey ") + key);
+                pasteKey(key);
+            } else if (++m_captureTicks >= kCaptureTicks) {
+                m_captureTimer->stop();
+                hotkeys::EndHotkeyCapture();
+                sbStatusPanel->setText(QStringLiteral("No hotkey was pressed."));
+            }
+        });
+    }
+    m_captureTicks = 0;
+    hotkeys::BeginHotkeyCapture();
+    m_captureTimer->start();
+    sbStatusPanel->setText(QStringLiteral("Press the hotkey to insert."));
+}
+
+void frmHotkeys::helpPage(int page)
+{
+    shell::Guarded("(Form) frmHotkeys::Sub mnuHelpPage_Click", [page] {
+        shell::app().HelpPage = page;
+        shell::app().HelpFirstRun = false;
+        shell::LaunchInstructions();
+    });
+}
+
+bool frmHotkeys::askPrinter(QPrinter &printer)
+{
+    if (QPrinterInfo::availablePrinters().isEmpty()) {
+        // No printer on this machine: the text goes into a PDF file.
+        const QString folder = hotkeys::table().HotkeysFileName.isEmpty()
+                                   ? shell::app().AppFolder
+                                   : QFileInfo(hotkeys::table().HotkeysFileName).absolutePath();
+        const QString name = QFileDialog::getSaveFileName(this, QStringLiteral("Print To PDF File"),
+                                                          QDir(folder).filePath(QStringLiteral("Hotkeys.pdf")),
+                                                          QStringLiteral("PDF Files (*.pdf)"));
+        if (name.isEmpty())
+            return false;
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(name);
+        return true;
+    }
+    QPrintDialog dialog(&printer, this);
+    dialog.setOption(QAbstractPrintDialog::PrintToFile, false);
+    dialog.setOption(QAbstractPrintDialog::PrintSelection, false);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+void frmHotkeys::printText(const QString &text)
+{
+    if (text.isEmpty())
+        return;
+    QPrinter printer(QPrinter::HighResolution);
+    if (!(choosePrinter ? choosePrinter(printer) : askPrinter(printer)))
+        return;
+    QTextEdit box;
+    box.document()->setDefaultFont(txtAction->font());
+    box.setPlainText(QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    const reader::PrintOutcome outcome = PrintTextBox(&box, false, printer);
+    if (outcome.kind == reader::PrintOutcome::Failed)
+        shell::MsgBoxOT(QStringLiteral("The hotkeys could not be printed: ") + outcome.error, 0, hotkeys::kPrintTitle);
+    else if (outcome.kind == reader::PrintOutcome::Printed)
+        sbStatusPanel->setText(printer.outputFormat() == QPrinter::PdfFormat
+                                   ? QStringLiteral("Printed to ") + printer.outputFileName()
+                                   : QStringLiteral("Sent to the printer."));
 }
 
 // --- hotkeys::HotkeyEditorView

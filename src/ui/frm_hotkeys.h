@@ -16,8 +16,10 @@ class QFileSystemWatcher;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QPrinter;
 class QPushButton;
 class QStackedWidget;
+class QTimer;
 class QKeyEvent;
 
 namespace ui {
@@ -59,17 +61,29 @@ public:
     QAction *mnuFileSaveAs = nullptr;
     QAction *mnuFileSaveAsDef = nullptr;
     QAction *mnuFileSort = nullptr;
+    QAction *mnuFilePrintHotkey = nullptr;
+    QAction *mnuFilePrintAll = nullptr;
+    QAction *mnuFileIcon = nullptr;
     QAction *mnuFileExit = nullptr;
     QMenu *mnuEdit = nullptr;
     QAction *mnuEditUndo = nullptr;
     QAction *mnuEditRedo = nullptr;
     QMenu *mnuInsert = nullptr;
     QAction *mnuInsertComment = nullptr;
+    QAction *mnuInsertHotkey = nullptr;  // the next key combination pressed
     QMenu *mnuFunctions = nullptr;
     QMenu *mnuFormat = nullptr;
     QAction *mnuFormatCheckCode = nullptr;
     QAction *mnuFormatCode = nullptr;
     QAction *mnuRecord = nullptr;
+    QMenu *mnuHelp = nullptr;
+    QAction *mnuHelpMacros = nullptr;
+    QAction *mnuHelpEditor = nullptr;
+    QAction *mnuHelpXML = nullptr;
+
+    // Sets up the printer for File > Print: false when the user cancels. Unset, the
+    // print dialog asks, or with no printer on the machine a PDF file name is asked for.
+    std::function<bool(QPrinter &printer)> choosePrinter;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -121,6 +135,11 @@ private:
     void watchFile();
     bool keyFieldKey(QLineEdit *field, QKeyEvent *event);
     void pauseHotkeys(bool paused);
+    // Prints text in the code box's font; "" prints nothing.
+    void printText(const QString &text);
+    bool askPrinter(QPrinter &printer);
+    void helpPage(int page);
+    void mnuInsertHotkey_Click();
 
     std::unique_ptr<hotkeys::HotkeyEditor> m_editor;
     QStackedWidget *m_keyStack = nullptr;
@@ -129,6 +148,8 @@ private:
     QPointer<frmText> m_report;
     bool m_settingByCode = false;  // setters at work: no edit to report
     bool m_hiddenForRun = false;
+    QTimer *m_captureTimer = nullptr;  // polls for the key of Insert Hotkey
+    int m_captureTicks = 0;
 };
 
 // Opens the editor on table().CurrentHotkeyIndex, or brings the open one forward.

@@ -684,3 +684,91 @@ TEST_F(EditorTest, TheKeyFieldInUseLetsNoHotkeyFire)
     hotkeys::UpdateHookPlan();
     EXPECT_EQ(fx.inputHooks.keyPlan.hotkeys.size(), 2);
 }
+
+TEST_F(EditorTest, PrintHotkeyPrintsTheWindowsFieldsAsTheyStand)
+{
+    hotkeys::HotkeyEditor &e = open(1);
+    view.type(e, QStringLiteral("^%q"), QStringLiteral("Beta renamed"), QStringLiteral("one\r\ntwo"));
+    const QString text = e.PrintHotkeyText();
+    EXPECT_TRUE(text.contains(QStringLiteral("Hotkey 2: Beta renamed"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("Key: ^%q"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("1  one\r\n2  two"))) << text.toStdString();
+    EXPECT_TRUE(messages().isEmpty());
+}
+
+TEST_F(EditorTest, PrintingWithNothingToPrintSaysSoAndGivesNoText)
+{
+    load();
+    EXPECT_TRUE(editor->PrintHotkeyText().isEmpty());
+    EXPECT_TRUE(editor->PrintAllText().isEmpty());
+    EXPECT_EQ(messages(), (QStringList{"Print Hotkeys: No hotkey to print.", "Print Hotkeys: No hotkeys to print."}));
+}
+
+TEST_F(EditorTest, PrintAllHasEveryStoredMacroInOrder)
+{
+    hotkeys::HotkeyEditor &e = open();
+    const QString text = e.PrintAllText();
+    const int alpha = text.indexOf(QStringLiteral("Hotkey 1: Alpha"));
+    const int beta = text.indexOf(QStringLiteral("Hotkey 2: Beta"));
+    const int gamma = text.indexOf(QStringLiteral("Hotkey 3: Gamma"));
+    EXPECT_GE(alpha, 0);
+    EXPECT_GT(beta, alpha);
+    EXPECT_GT(gamma, beta);
+    EXPECT_TRUE(text.mid(gamma).contains(QStringLiteral("Disabled")));
+}
+
+TEST_F(EditorTest, DesktopIconRunsTheShownMacroByItsLaunchName)
+{
+    add(true, QStringLiteral("^%m"), QStringLiteral("Morning mail"), QStringLiteral("m"));
+    ASSERT_TRUE(hotkeys::UpdateHotkeyWordsFile());
+    table().CurrentHotkeyIndex = 0;
+    load();
+    const QString desk = dir.filePath(QStringLiteral("Desk"));
+    editor->mnuFileIcon_Click(desk, QStringLiteral("/opt/s/sonamark-launch"));
+    QFile file(desk + QStringLiteral("/sonamark-macro-morning-mail.desktop"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << view.status.toStdString();
+    const QString text = QString::fromUtf8(file.readAll());
+    EXPECT_TRUE(text.contains(QStringLiteral("Exec=\"/opt/s/sonamark-launch\" \"Morning\\\\$mail\"\n")))
+        << text.toStdString();
+    EXPECT_TRUE(file.permissions() & QFile::ExeOwner);
+    EXPECT_TRUE(view.status.startsWith(QStringLiteral("Desktop icon made: ")));
+
+    // Made again: asked first, and No leaves the file alone.
+    QFile::remove(file.fileName());
+    ASSERT_TRUE(QFile(file.fileName()).open(QIODevice::WriteOnly));
+    answer({shell::MsgNo});
+    editor->mnuFileIcon_Click(desk, QStringLiteral("/opt/s/sonamark-launch"));
+    EXPECT_EQ(messages(), QStringList{"Desktop Icon: A desktop icon for macro \"Morning mail\" already exists. Replace it?"});
+    EXPECT_EQ(QFileInfo(file.fileName()).size(), 0);
+}
+
+TEST_F(EditorTest, DesktopIconNeedsAStoredMacro)
+{
+    hotkeys::HotkeyEditor &e = open();
+    e.Blank_Macro();
+    view.type(e, QStringLiteral("^%n"), QStringLiteral("New one"), QStringLiteral("n"));
+    answer({shell::MsgNo});  // not saved now
+    const QString desk = dir.filePath(QStringLiteral("Desk"));
+    e.mnuFileIcon_Click(desk, QStringLiteral("sonamark-launch"));
+    ASSERT_EQ(messages().size(), 2);
+    EXPECT_EQ(messages().last(), "Desktop Icon: Save this macro before making a desktop icon for it.");
+    EXPECT_FALSE(QFileInfo::exists(desk));
+}
+
+TEST_F(EditorTest, RefreshEnabledShowsAFlagChangedElsewhere)
+{
+    hotkeys::HotkeyEditor &e = open(2);
+    ASSERT_FALSE(view.enabled);
+    table().at(3).Active = true;  // the hotkey list's Apply
+    e.RefreshEnabled();
+    EXPECT_TRUE(view.enabled);
+    // A new macro being entered keeps its own box.
+    e.Blank_Macro();
+    view.enabled = false;
+    table().at(3).Active = false;
+    e.RefreshEnabled();
+    EXPECT_FALSE(view.enabled);
+    table().at(3).Active = true;
+    e.RefreshEnabled();
+    EXPECT_FALSE(view.enabled);
+}

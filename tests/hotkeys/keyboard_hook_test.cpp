@@ -2,6 +2,7 @@
 // is told to swallow.
 #include "hooks_fixture.h"
 
+#include "hotkeys/editor_commands.h"
 #include "hotkeys/key_names.h"
 
 using namespace hotkeys;
@@ -201,4 +202,27 @@ TEST_F(HooksTest, ThePlanFollowsTheStateItDependsOn)
     hookState().HotkeyCapture = true;
     UpdateHookPlan();
     EXPECT_TRUE(fakes.inputHooks.keyPlan.everyKey);
+}
+
+TEST_F(HooksTest, InsertHotkeyTakesOneKeyThenLetsHotkeysFireAgain)
+{
+    addMacro(QStringLiteral("^%a"));
+    hotkeys::UpdateHookPlan();
+    hotkeys::BeginHotkeyCapture();
+    EXPECT_TRUE(fakes.inputHooks.keyPlan.everyKey);
+    EXPECT_EQ(hotkeys::TakeCapturedKey(), QString());  // nothing pressed yet
+    fakes.inputHooks.press(kA, true, true);
+    EXPECT_EQ(shell::app().PendingHotkey, 0);  // taken as text, not fired
+    EXPECT_EQ(hotkeys::TakeCapturedKey(), QStringLiteral("^%a"));
+    EXPECT_FALSE(hookState().HotkeyCapture);
+    EXPECT_FALSE(fakes.inputHooks.keyPlan.everyKey);
+    EXPECT_EQ(hotkeys::TakeCapturedKey(), QString());  // taken once
+
+    // A capture ended without a key leaves nothing for the next one.
+    hotkeys::BeginHotkeyCapture();
+    hookState().CapturedKey = QStringLiteral("{F1}");
+    hotkeys::EndHotkeyCapture();
+    hotkeys::BeginHotkeyCapture();
+    EXPECT_EQ(hotkeys::TakeCapturedKey(), QString());
+    hotkeys::EndHotkeyCapture();
 }

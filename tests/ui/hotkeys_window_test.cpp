@@ -38,6 +38,9 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QElapsedTimer>
+#include <QListWidget>
+#include <QPrinter>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <gtest/gtest.h>
@@ -359,4 +362,106 @@ TEST_F(HotkeysWindowTest, AMegabyteMacroIsKeptWhole)
     hotkeys::table().HotkeysFileName = dir.filePath(QStringLiteral("Hotkeys.txt"));
     ASSERT_EQ(hotkeys::GetHotKeys(), QString());
     EXPECT_EQ(hotkeys::table().at(1).Code, w->txtAction->code());
+}
+
+TEST_F(HotkeysWindowTest, PrintHotkeyPrintsTheShownMacroIntoThePrintersFile)
+{
+    ui::frmHotkeys *w = open(1);
+    const QString pdf = dir.filePath(QStringLiteral("out.pdf"));
+    w->choosePrinter = [pdf](QPrinter &printer) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(pdf);
+        return true;
+    };
+    w->mnuFilePrintHotkey->trigger();
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+    QFile file(pdf);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.read(5) == "%PDF-");
+    EXPECT_EQ(w->sbStatusPanel->text(), QStringLiteral("Printed to ") + pdf);
+}
+
+TEST_F(HotkeysWindowTest, PrintAllCancelledAtThePrinterPrintsNothing)
+{
+    ui::frmHotkeys *w = open(0);
+    int asked = 0;
+    w->choosePrinter = [&asked](QPrinter &) { return ++asked, false; };
+    const QString before = w->sbStatusPanel->text();
+    w->mnuFilePrintAll->trigger();
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(w->sbStatusPanel->text(), before);
+    EXPECT_TRUE(entry(w->mnuFile, QStringLiteral("Print A&ll Hotkeys...")) == w->mnuFilePrintAll);
+}
+
+TEST_F(HotkeysWindowTest, DesktopIconGoesIntoTheUsersDesktopFolder)
+{
+    const QByteArray home = qgetenv("HOME"), config = qgetenv("XDG_CONFIG_HOME");
+    qputenv("HOME", dir.filePath(QStringLiteral("home")).toUtf8());
+    qputenv("XDG_CONFIG_HOME", dir.filePath(QStringLiteral("home/.config")).toUtf8());
+    ui::frmHotkeys *w = open(1);
+    w->mnuFileIcon->trigger();
+    const QString launcher = dir.filePath(QStringLiteral("home/Desktop/sonamark-macro-beta.desktop"));
+    const bool made = QFileInfo::exists(launcher);
+    qputenv("HOME", home);
+    if (config.isNull())
+        qunsetenv("XDG_CONFIG_HOME");
+    else
+        qputenv("XDG_CONFIG_HOME", config);
+    EXPECT_TRUE(made) << w->sbStatusPanel->text().toStdString();
+    EXPECT_TRUE(fx.messages.shown.isEmpty());
+}
+
+TEST_F(HotkeysWindowTest, HelpMenuOpensTheEditorsHelpPage)
+{
+    ui::frmHotkeys *w = open(0);
+    shell::app().HelpFirstRun = true;
+    w->mnuHelpEditor->trigger();
+    EXPECT_EQ(shell::app().HelpPage, 11);
+    EXPECT_FALSE(shell::app().HelpFirstRun);
+    // The test has no help viewer beside it: the missing viewer is reported, not ignored.
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_TRUE(messages().first().contains(QStringLiteral("No help available."))) << messages().first().toStdString();
+    w->mnuHelpMacros->trigger();
+    EXPECT_EQ(shell::app().HelpPage, 10);
+}
+
+TEST_F(HotkeysWindowTest, HotkeyListApplyRefreshesTheEditorsEnabledBox)
+{
+    ui::frmHotkeys *w = open(2);
+    ASSERT_FALSE(w->chkHotkeyEnable->isChecked());
+    ui::frmHotkeyList list;
+    QListWidget *rows = list.List1;
+    ASSERT_EQ(rows->count(), 3);
+    rows->item(2)->setCheckState(Qt::Checked);
+    list.cmdSave->click();
+    EXPECT_TRUE(hotkeys::table().at(3).Active);
+    EXPECT_TRUE(w->chkHotkeyEnable->isChecked());
+}
+
+TEST_F(HotkeysWindowTest, InsertHotkeyPutsThePressedKeyIntoTheCodeBox)
+{
+    ui::frmHotkeys *w = open(0);
+    w->txtAction->setCode(QStringLiteral("x"));
+    w->txtAction->moveCursor(QTextCursor::End);
+    w->mnuInsertHotkey->trigger();
+    ASSERT_TRUE(hotkeys::hookState().HotkeyCapture);
+    EXPECT_TRUE(fx.inputHooks.keyPlan.everyKey);
+    fx.inputHooks.press('K', true, true);  // the hook takes it
+    QElapsedTimer clock;
+    clock.start();
+    while (hotkeys::hookState().HotkeyCapture && clock.elapsed() < 2000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_FALSE(hotkeys::hookState().HotkeyCapture);
+    EXPECT_EQ(w->txtAction->code(), QStringLiteral("x^%k"));
+    EXPECT_EQ(w->sbStatusPanel->text(), QStringLiteral("Inserted hotkey ^%k"));
+}
+
+TEST_F(HotkeysWindowTest, ClosingTheEditorEndsAnInsertHotkeyCapture)
+{
+    ui::frmHotkeys *w = open(0);
+    w->mnuInsertHotkey->trigger();
+    ASSERT_TRUE(hotkeys::hookState().HotkeyCapture);
+    ASSERT_TRUE(w->close());
+    EXPECT_FALSE(hotkeys::hookState().HotkeyCapture);
+    EXPECT_FALSE(fx.inputHooks.keyPlan.everyKey);
 }
