@@ -116,10 +116,15 @@ void HotkeyList::cmdSave_Click()
         shell::MsgBoxOT(QStringLiteral("No changes to apply"), 0, kSaveTitle);
         return;
     }
+    // Changes made elsewhere and not saved yet (an open editor's) stay marked unsaved:
+    // writing the flags does not save them.
+    const bool unsavedBefore = t.HotkeysDirty;
     t.HotkeysDirty = true;
     UpdateHookPlan();
     const QString where = shell::CondensedPath(t.HotkeysFileName, kCaptionPathChars);
-    if (UpdateHotkeyWordsFile())
+    const bool saved = UpdateHotkeyWordsFile();
+    t.HotkeysDirty = t.HotkeysDirty || unsavedBefore;
+    if (saved)
         shell::MsgBoxOT(QStringLiteral("Changes saved to file ") + where, 0, kSaveTitle);
     else
         shell::MsgBoxOT(QStringLiteral("Error saving changes to file ") + where, 0, kSaveTitle);

@@ -275,6 +275,17 @@ TEST_F(HotkeyListTest, ApplyCopiesTheChecksWritesTheFileAndChangesTheGrabs)
     EXPECT_TRUE(fx.inputHooks.keyPlan.hotkeys[0].control);
 }
 
+TEST_F(HotkeyListTest, ApplyKeepsChangesMadeElsewhereMarkedUnsaved)
+{
+    add(true, QStringLiteral("^A"), QStringLiteral("One"), kCodeOk);
+    hotkeys::table().HotkeysDirty = true;  // the editor holds changes not saved yet
+    hotkeys::HotkeyList &l = load();
+    l.cmdClear_Click();
+    l.cmdSave_Click();
+    EXPECT_TRUE(fileBytes().contains("#FALSE#,\"^A\",\"One\""));
+    EXPECT_TRUE(hotkeys::table().HotkeysDirty);
+}
+
 TEST_F(HotkeyListTest, ApplyNamesALongPathShortAndSaysWhenItCannotWrite)
 {
     add(true, QStringLiteral("^A"), QStringLiteral("One"), kCodeOk);
