@@ -7,7 +7,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 target=${1:-all}
 seconds=${2:-60}
-all=(rtf_fuzz hotkeys_file_fuzz options_fuzz exceptions_fuzz sapi_fuzz macro_fuzz wav_fuzz check_format_fuzz)
+all=(rtf_fuzz hotkeys_file_fuzz options_fuzz exceptions_fuzz sapi_fuzz macro_fuzz wav_fuzz check_format_fuzz folder_history_fuzz)
 
 bash scripts/install-deps.sh
 if ! dpkg-query -W -f='${Status}' clang libclang-rt-14-dev 2>/dev/null | grep -q 'install ok installed'; then

@@ -51,9 +51,14 @@ QStringList FolderHistory::ParseHistory(const QString &text)
     for (QString line : text.split(QLatin1Char('\n'))) {
         if (line.endsWith(QLatin1Char('\r')))
             line.chop(1);
+        // A byte order mark is no part of a folder name; the file is written without one,
+        // so one kept at the start of a row would be lost by the next read.
+        while (line.startsWith(QChar(0xFEFF)))
+            line.remove(0, 1);
+        // Blank after the slashes go: a line of spaces and "/" names no folder.
+        line = withoutTrailingSlash(line);
         if (line.trimmed().isEmpty())
             continue;
-        line = withoutTrailingSlash(line);
         if (seen.contains(line.toUpper()))
             continue;
         seen.insert(line.toUpper());

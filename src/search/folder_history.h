@@ -48,8 +48,9 @@ public:
     // Rewrites the file as one empty line (Clear History with the file too).
     bool ClearFile();
 
-    // The rows of a history file's text: trailing "/" dropped, blank lines and rows
-    // that repeat one above (letters in either case) left out.
+    // The rows of a history file's text: byte order marks at the start of a line and
+    // trailing "/" dropped, lines blank after that and rows that repeat one above
+    // (letters in either case) left out.
     static QStringList ParseHistory(const QString &text);
 
 private:

@@ -13,7 +13,8 @@
 
 namespace {
 
-const QStringList kFiles{"options.def", "Hotkeys.txt", "Hotkeys.his", "exceptions.txt", "document.txt"};
+const QStringList kFiles{"options.def", "Hotkeys.txt", "Hotkeys.his", "exceptions.txt", "FolderHistory.txt",
+                         "document.txt"};
 constexpr int kKills = 200;
 
 QByteArray readAll(const QString &path)

@@ -5,14 +5,18 @@
 #include "hotkeys/hotkeys_file.h"
 #include "hotkeys/hotkeys_table.h"
 #include "reader/exceptions.h"
+#include "search/folder_history.h"
 #include "shell/app_state.h"
 #include "shell/file_util.h"
 #include "shell/settings.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QStringList>
 
 namespace {
+
+constexpr int kHistoryFolders = 220;
 
 void writeVersion(const QString &folder, int version)
 {
@@ -50,6 +54,14 @@ void writeVersion(const QString &folder, int version)
         e.Exceptions << reader::ExceptionRec{QStringLiteral("word%1").arg(i), QStringLiteral("change") + n};
     reader::Save2ExceptionFile();
 
+    // The folder history as the file finder saves it: read, folders added, written.
+    search::FolderHistory history;
+    history.PopulateHistory(folder);
+    history.Clear();
+    for (int i = 0; i < (version ? kHistoryFolders : 20); ++i)
+        history.AddHistory(folder + QStringLiteral("f%1").arg(i));
+    history.SaveHistory2File();
+
     // A document as the reader saves it; large, so that a kill can land mid-write.
     shell::WriteFileAtomically(folder + QStringLiteral("document.txt"),
                                QByteArray(version ? 400000 : 100000, version ? 'b' : 'a'));
@@ -67,6 +79,9 @@ int main(int argc, char **argv)
     if (!folder.endsWith(QLatin1Char('/')))
         folder += QLatin1Char('/');
     shell::app().AppFolder = folder;
+    // The folder history keeps only folders that exist.
+    for (int i = 0; i < kHistoryFolders; ++i)
+        QDir().mkpath(folder + QStringLiteral("f%1").arg(i));
     if (args.size() == 4 && args.at(2) == QLatin1String("--once")) {
         writeVersion(folder, args.at(3).toInt());
         return 0;

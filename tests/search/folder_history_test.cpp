@@ -41,6 +41,38 @@ TEST_F(FolderHistoryTest, ReadingDropsSlashesBlankLinesAndRepeats)
     EXPECT_EQ(history.rows(), (QStringList{QStringLiteral("/home/one"), QStringLiteral("/srv/two"), QStringLiteral("/")}));
 }
 
+// Found by fuzzing: a line of spaces and slashes was kept as a blank row, which the
+// next save wrote as a blank line and the next read then dropped.
+TEST_F(FolderHistoryTest, ALineOfSpacesAndSlashesIsNoRowAndTheRowsSurviveASave)
+{
+    writeFile("/home/one/\r\n   /\r\n \t//\n/srv/two\r\n");
+    FolderHistory history;
+    history.PopulateHistory(treePath());
+    const QStringList expected{QStringLiteral("/home/one"), QStringLiteral("/srv/two")};
+    EXPECT_EQ(history.rows(), expected);
+    history.HistoryDirty = true;
+    ASSERT_TRUE(history.SaveHistory2File());
+    FolderHistory again;
+    again.PopulateHistory(treePath());
+    EXPECT_EQ(again.rows(), expected);
+}
+
+// Found by fuzzing: of two byte order marks the second stayed at the start of the
+// first row, and a save and a read then changed that row.
+TEST_F(FolderHistoryTest, ByteOrderMarksAtTheStartOfRowsAreDropped)
+{
+    writeFile("\xef\xbb\xbf\xef\xbb\xbf/w/x/\r\n\xef\xbb\xbf\r\n\xef\xbb\xbf/srv/two\r\n");
+    FolderHistory history;
+    history.PopulateHistory(treePath());
+    const QStringList expected{QStringLiteral("/w/x"), QStringLiteral("/srv/two")};
+    EXPECT_EQ(history.rows(), expected);
+    history.HistoryDirty = true;
+    ASSERT_TRUE(history.SaveHistory2File());
+    FolderHistory again;
+    again.PopulateHistory(treePath());
+    EXPECT_EQ(again.rows(), expected);
+}
+
 TEST_F(FolderHistoryTest, AFileFromTheOriginalPlatformIsReadAsWindows1252)
 {
     writeFile("/data/caf\xe9\r\n");
