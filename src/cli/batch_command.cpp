@@ -3,6 +3,7 @@
 #include "audio/batch_conversion.h"
 #include "audio/lame_encoder.h"
 #include "audio/read_to_file_vars.h"
+#include "cli/to_file_command.h"
 #include "platform/espeak/espeak_engine.h"
 #include "platform/headless/headless_services.h"
 #include "platform/linux/antiword_files.h"
@@ -102,12 +103,9 @@ std::optional<Options> Parse(const QStringList &args, QString *problem)
                 return std::nullopt;
             o.qualityRow = *n;
         } else if (a == QLatin1String("--bitrate")) {
-            const auto n = number(1, 1000);
-            const auto &rates = audio::BitRates();
-            if (!n || std::find(std::begin(rates), std::end(rates), *n) == std::end(rates)) {
-                *problem = QStringLiteral("--bitrate takes one of 32 40 48 56 64 80 96 112 128 160 192 224 256 320");
+            const auto n = Mp3BitRateOption(number(1, 1000), problem);
+            if (!n)
                 return std::nullopt;
-            }
             o.bitRate = *n;
         } else if (a == QLatin1String("--exceptions")) {
             o.exceptions = true;

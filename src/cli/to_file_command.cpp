@@ -116,12 +116,9 @@ std::optional<Options> Parse(const QStringList &args, QString *problem)
             if (!n) return std::nullopt;
             o.qualityRow = *n;
         } else if (a == QLatin1String("--bitrate")) {
-            const auto n = number(1, 1000);
-            const auto &rates = audio::BitRates();
-            if (!n || std::find(std::begin(rates), std::end(rates), *n) == std::end(rates)) {
-                *problem = QStringLiteral("--bitrate takes one of 32 40 48 56 64 80 96 112 128 160 192 224 256 320");
+            const auto n = Mp3BitRateOption(number(1, 1000), problem);
+            if (!n)
                 return std::nullopt;
-            }
             o.bitRate = *n;
         } else if (a == QLatin1String("--exceptions")) {
             o.exceptions = true;
@@ -368,6 +365,15 @@ int RunToFile(const QStringList &args, platform::espeak::EspeakEngine &engine, Q
     std::signal(SIGTERM, SIG_DFL);
     vars.CancelEncoding = false;
     return status;
+}
+
+std::optional<int> Mp3BitRateOption(std::optional<int> kbps, QString *problem)
+{
+    const auto &rates = audio::BitRates();
+    if (kbps && std::find(std::begin(rates), std::end(rates), *kbps) != std::end(rates))
+        return kbps;
+    *problem = QStringLiteral("--bitrate takes one of 32 40 48 56 64 80 96 112 128 160 192 224 256 320");
+    return std::nullopt;
 }
 
 } // namespace cli

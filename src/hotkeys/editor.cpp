@@ -56,23 +56,19 @@ QString Quoted(const QString &text) { return QLatin1Char('"') + text + QLatin1Ch
 
 QString Number(int index) { return QString::number(index + 1); }
 
-QStringList KeysOfTable()
+// One field of every macro of the table, in its order.
+QStringList FieldOfTable(QString Hotkey::*field)
 {
-    QStringList keys;
+    QStringList values;
     const HotkeyTable &t = table();
     for (int i = 0; i < t.HotkeyCount; ++i)
-        keys << t.Hotkeys[size_t(i)].Keys;
-    return keys;
+        values << t.Hotkeys[size_t(i)].*field;
+    return values;
 }
 
-QStringList DescriptionsOfTable()
-{
-    QStringList names;
-    const HotkeyTable &t = table();
-    for (int i = 0; i < t.HotkeyCount; ++i)
-        names << t.Hotkeys[size_t(i)].Description;
-    return names;
-}
+QStringList KeysOfTable() { return FieldOfTable(&Hotkey::Keys); }
+
+QStringList DescriptionsOfTable() { return FieldOfTable(&Hotkey::Description); }
 
 QString LimitMessage()
 {

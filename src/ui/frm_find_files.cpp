@@ -142,9 +142,9 @@ frmFindFiles::frmFindFiles(QWidget *parent) : QDialog(parent), m_foundLimit(kFou
     auto *history = new QHBoxLayout;
     history->addWidget(cmdHistory);
     history->addWidget(cmbHistory, 1);
-    auto *spec = new QHBoxLayout;
-    spec->addWidget(criteria);
-    spec->addWidget(txtSearchSpec, 1);
+    auto *criteriaRow = new QHBoxLayout;
+    criteriaRow->addWidget(criteria);
+    criteriaRow->addWidget(txtSearchSpec, 1);
     auto *buttons = new QHBoxLayout;
     for (QPushButton *b : {cmdSearch, cmdSelect, cmdFile})
         buttons->addWidget(b);
@@ -154,7 +154,7 @@ frmFindFiles::frmFindFiles(QWidget *parent) : QDialog(parent), m_foundLimit(kFou
     layout->addLayout(history);
     layout->addWidget(Picture1, 1);
     layout->addWidget(Picture2, 1);
-    layout->addLayout(spec);
+    layout->addLayout(criteriaRow);
     layout->addLayout(buttons);
     resize(640, 460);
 

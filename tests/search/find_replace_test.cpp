@@ -147,33 +147,30 @@ TEST(ReplaceTest, ReplaceSelectedComparesInEitherCaseAndSelectsTheNewText)
     EXPECT_EQ(box.text(), QStringLiteral("say goodbye now"));
 }
 
-TEST(ReplaceTest, ReplaceAllFromTheStartReplacesEveryHit)
+// Replace All from the caret in each direction. After a wrap it stops with the first hit
+// in front of where it began: from 4 in "ab ab ab ab" the hits at 6 and 9, then the wrap
+// (from 2) takes 3, and that hit is the last.
+TEST(ReplaceTest, ReplaceAllInEveryDirectionAndAcrossTheWrap)
 {
-    TextStandIn box(QStringLiteral("a-b-a-b-a"), 0);
-    EXPECT_EQ(search::ReplaceAll(box, QStringLiteral("a"), QStringLiteral("x"), FindDirection::All, 0), 3);
-    EXPECT_EQ(box.text(), QStringLiteral("x-b-x-b-x"));
-}
-
-TEST(ReplaceTest, ReplaceAllAfterWrappingStopsWithTheFirstHitInFront)
-{
-    TextStandIn box(QStringLiteral("ab ab ab ab"), 4);
-    // From 4: hits at 6 and 9, then the wrap (from 2) takes 3, and that hit is the last.
-    EXPECT_EQ(search::ReplaceAll(box, QStringLiteral("ab"), QStringLiteral("X"), FindDirection::All, 0), 3);
-    EXPECT_EQ(box.text(), QStringLiteral("ab X X X"));
-}
-
-TEST(ReplaceTest, ReplaceAllWrapsInTheDirectionDownToo)
-{
-    TextStandIn box(QStringLiteral("ab ab ab"), 4);
-    EXPECT_EQ(search::ReplaceAll(box, QStringLiteral("ab"), QStringLiteral("X"), FindDirection::Down, 0), 2);
-    EXPECT_EQ(box.text(), QStringLiteral("ab X X"));
-}
-
-TEST(ReplaceTest, ReplaceAllUpReplacesTheHitBeforeTheCaret)
-{
-    TextStandIn box(QStringLiteral("ab ab ab"), 5);
-    EXPECT_EQ(search::ReplaceAll(box, QStringLiteral("ab"), QStringLiteral("X"), FindDirection::Up, 0), 1);
-    EXPECT_EQ(box.text(), QStringLiteral("ab X ab"));
+    const struct {
+        const char *text;
+        int caret;
+        const char *find;
+        FindDirection direction;
+        int count;
+        const char *after;
+    } cases[] = {
+        {"a-b-a-b-a", 0, "a", FindDirection::All, 3, "x-b-x-b-x"},
+        {"ab ab ab ab", 4, "ab", FindDirection::All, 3, "ab x x x"},
+        {"ab ab ab", 4, "ab", FindDirection::Down, 2, "ab x x"},
+        {"ab ab ab", 5, "ab", FindDirection::Up, 1, "ab x ab"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.text);
+        TextStandIn box(QString::fromLatin1(c.text), c.caret);
+        EXPECT_EQ(search::ReplaceAll(box, QString::fromLatin1(c.find), QStringLiteral("x"), c.direction, 0), c.count);
+        EXPECT_EQ(box.text(), QString::fromLatin1(c.after));
+    }
 }
 
 TEST(ReplaceTest, AReplacementHoldingTheSearchTextStopsAtTheLimit)

@@ -41,36 +41,32 @@ TEST_F(FolderHistoryTest, ReadingDropsSlashesBlankLinesAndRepeats)
     EXPECT_EQ(history.rows(), (QStringList{QStringLiteral("/home/one"), QStringLiteral("/srv/two"), QStringLiteral("/")}));
 }
 
-// Found by fuzzing: a line of spaces and slashes was kept as a blank row, which the
-// next save wrote as a blank line and the next read then dropped.
-TEST_F(FolderHistoryTest, ALineOfSpacesAndSlashesIsNoRowAndTheRowsSurviveASave)
+// Found by fuzzing: a line of spaces and slashes was kept as a blank row (which the next
+// save wrote and the next read dropped), and of two byte order marks the second stayed
+// at the start of the first row. Each file reads to its rows, and a save and a read keep
+// them.
+TEST_F(FolderHistoryTest, BlankRowsAndByteOrderMarksAreDroppedAndTheRowsSurviveASave)
 {
-    writeFile("/home/one/\r\n   /\r\n \t//\n/srv/two\r\n");
-    FolderHistory history;
-    history.PopulateHistory(treePath());
-    const QStringList expected{QStringLiteral("/home/one"), QStringLiteral("/srv/two")};
-    EXPECT_EQ(history.rows(), expected);
-    history.HistoryDirty = true;
-    ASSERT_TRUE(history.SaveHistory2File());
-    FolderHistory again;
-    again.PopulateHistory(treePath());
-    EXPECT_EQ(again.rows(), expected);
-}
-
-// Found by fuzzing: of two byte order marks the second stayed at the start of the
-// first row, and a save and a read then changed that row.
-TEST_F(FolderHistoryTest, ByteOrderMarksAtTheStartOfRowsAreDropped)
-{
-    writeFile("\xef\xbb\xbf\xef\xbb\xbf/w/x/\r\n\xef\xbb\xbf\r\n\xef\xbb\xbf/srv/two\r\n");
-    FolderHistory history;
-    history.PopulateHistory(treePath());
-    const QStringList expected{QStringLiteral("/w/x"), QStringLiteral("/srv/two")};
-    EXPECT_EQ(history.rows(), expected);
-    history.HistoryDirty = true;
-    ASSERT_TRUE(history.SaveHistory2File());
-    FolderHistory again;
-    again.PopulateHistory(treePath());
-    EXPECT_EQ(again.rows(), expected);
+    const struct {
+        QByteArray file;
+        QStringList rows;
+    } cases[] = {
+        {"/home/one/\r\n   /\r\n \t//\n/srv/two\r\n", {QStringLiteral("/home/one"), QStringLiteral("/srv/two")}},
+        {"\xef\xbb\xbf\xef\xbb\xbf/w/x/\r\n\xef\xbb\xbf\r\n\xef\xbb\xbf/srv/two\r\n",
+         {QStringLiteral("/w/x"), QStringLiteral("/srv/two")}},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.file.toStdString());
+        writeFile(c.file);
+        FolderHistory history;
+        history.PopulateHistory(treePath());
+        EXPECT_EQ(history.rows(), c.rows);
+        history.HistoryDirty = true;
+        ASSERT_TRUE(history.SaveHistory2File());
+        FolderHistory again;
+        again.PopulateHistory(treePath());
+        EXPECT_EQ(again.rows(), c.rows);
+    }
 }
 
 TEST_F(FolderHistoryTest, AFileFromTheOriginalPlatformIsReadAsWindows1252)
