@@ -82,7 +82,10 @@ bool SpeechFileStream::write(const qint16 *samples, qsizetype count, int sampleR
     if (!m_resampler || newRate) {
         soxr_delete(m_resampler);
         soxr_error_t error = nullptr;
-        const soxr_io_spec_t io = soxr_io_spec(SOXR_INT16_I, SOXR_INT16_I);
+        // No dither: 16-bit samples in and out gain nothing from it, and without its
+        // random noise the same text always makes the same file.
+        soxr_io_spec_t io = soxr_io_spec(SOXR_INT16_I, SOXR_INT16_I);
+        io.flags |= SOXR_NO_DITHER;
         const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, 0);
         m_resampler = soxr_create(sampleRate, m_fileRate, 1, &error, &io, &quality, nullptr);
         if (error) {
