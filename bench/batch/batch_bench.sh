@@ -32,7 +32,7 @@ done
 t1=$(now)
 "$cli" batch --quality 3 "${docs[@]}" > /dev/null
 t2=$(now)
-"$gui" "${docs[@]}" > /dev/null
+"$gui" "$cli" "${docs[@]}" > /dev/null
 t3=$(now)
 
 serial=$(echo "$t1 - $t0" | bc -l)

@@ -1,7 +1,10 @@
 // The window's batch conversion (frmMP3Files's logic) on the real engine and encoder,
 // timed by bench/batch/batch_bench.sh: converts the documents named on the command line
-// at the quality of 128 kbps, as the window would with no user acting meanwhile.
+// at the quality of 128 kbps, as the window would with no user acting meanwhile, with the
+// program's helper process (the sonamark-cli named first) reading every other document.
+// Usage: gui_batch_bench SONAMARK_CLI DOCUMENT...
 #include "audio/batch_conversion.h"
+#include "audio/process_batch_helper.h"
 #include "platform/espeak/espeak_engine.h"
 #include "platform/services.h"
 #include "reader/exceptions.h"
@@ -44,14 +47,21 @@ int main(int argc, char **argv)
     platform::espeak::EspeakEngine engine;
     if (!engine.ok())
         return 1;
+    const QStringList args = app.arguments();
+    if (args.size() < 3) {
+        std::fprintf(stderr, "usage: gui_batch_bench SONAMARK_CLI DOCUMENT...\n");
+        return 2;
+    }
+    audio::ProcessBatchHelper helper(args.at(1));
     platform::Services services;
     services.speech = &engine;
+    services.batchHelper = &helper;
     platform::install(services);
     shell::app().AppFolder = QDir::tempPath() + QLatin1Char('/');
     shell::settings().PitchOpt = QStringLiteral("0");
     shell::settings().Mp3QualityOpt = QStringLiteral("3");
     reader::exceptionsState().ExceptionsOn = false;
-    search::findFilesState().select(app.arguments().mid(1), {});
+    search::findFilesState().select(args.mid(2), {});
     QuietView view;
     audio::BatchConversion batch(view);
     batch.Form_Load();

@@ -29,6 +29,7 @@ constexpr int kMsgOk = 0;
 constexpr int kMinDocumentNameLength = 5;
 constexpr int kDefaultQualityOpt = 1;
 constexpr int kProgressAfterSpeech = 50;
+constexpr int kHelperPollMs = 50;
 const QString kCancelled = QStringLiteral("Read To File cancelled by user.");
 
 } // namespace
@@ -150,6 +151,8 @@ BatchOutcome ConvertOneFile(platform::SpeechEngine &engine, cLameEncoder &encode
     case SpeakOutcome::Failed: return BatchOutcome::SpeechFailed;
     case SpeakOutcome::Done: break;
     }
+    if (run.spoken)
+        run.spoken();
     if (run.progress)
         run.progress(kProgressAfterSpeech);
     encoder.setWavFile(run.wavName);
@@ -263,6 +266,76 @@ void BatchConversion::finish(const QString &report)
     shell::MsgBoxOT(report, kMsgOk, QLatin1String(kBatchReportTitle));
 }
 
+BatchFileRun BatchConversion::fileRun(const QString &mp3Name, const QString &text)
+{
+    BatchFileRun run;
+    run.text = text;
+    run.wavName = BatchWavName(mp3Name);
+    run.mp3Name = mp3Name;
+    run.pitch = shell::settings().PitchOpt;
+    const int voiceRow = m_view.voiceRow();
+    run.voice = voiceRow >= 0 && voiceRow < reader::kMaxVoices ? reader::speechVars().VoiceIndex[voiceRow] : -1;
+    if (m_view.qualityIndex() < 0)
+        m_view.setQualityIndex(kDefaultQualityOpt);
+    const int bitRateRow = m_view.bitRateIndex();
+    run.bitRate = bitRateRow >= 0 && bitRateRow < kBitRateCount ? BitRates()[bitRateRow] : kFallbackBitRate;
+    run.preset = Mp3Qualities()[m_view.qualityIndex()].preset;
+    run.DoEvents = [this] { m_view.doEvents(); };
+    run.speechCancelled = [this] { return cancelled(); };
+    run.progress = [this](int percent) { m_view.setProgress(percent); };
+    return run;
+}
+
+bool BatchConversion::cancelled() const { return m_view.encodeCaption() != QLatin1String(kCancelCaption); }
+
+// A document's text as it is spoken: read, and changed by the exceptions when they are on.
+static BatchSkip SpokenText(const QString &name, QString *text)
+{
+    const BatchSkip skip = ReadBatchDocument(name, text);
+    if (skip == BatchSkip::None && reader::exceptionsState().ExceptionsOn)
+        reader::MakeExceptions(*text);
+    return skip;
+}
+
+int BatchConversion::startHelper(platform::BatchHelper &helper, const QStringList &selected, int first)
+{
+    for (int i = first; i <= selected.size(); ++i) {
+        const QString &name = selected.at(i - 1);
+        QString text;
+        if (SpokenText(name, &text) != BatchSkip::None)
+            continue;
+        const BatchFileRun run = fileRun(BatchMp3Name(name), text);
+        platform::BatchHelperJob job;
+        job.document = name;
+        job.text = text;
+        job.pitch = run.pitch;
+        job.voice = run.voice;
+        job.qualityRow = m_view.qualityIndex();
+        job.bitRate = run.bitRate;
+        return helper.start(job) ? i : 0;
+    }
+    return 0;
+}
+
+std::optional<BatchOutcome> BatchConversion::helperOutcome(platform::BatchHelper &helper)
+{
+    using State = platform::BatchHelper::State;
+    for (;;) {
+        const State state = helper.state();
+        m_view.setProgress(helper.percent());
+        if (state == State::Converted)
+            return BatchOutcome::Converted;
+        if (state == State::Failed || state == State::Idle)
+            return std::nullopt;  // read it here instead
+        m_view.doEvents();
+        if (cancelled() || readToFileVars().CancelEncoding) {
+            helper.cancel();
+            return state == State::Speaking ? BatchOutcome::SpeechCancelled : BatchOutcome::EncodingCancelled;
+        }
+        helper.wait(kHelperPollMs);
+    }
+}
+
 void BatchConversion::cmdEncode_Click()
 {
     ReadToFileVars &vars = readToFileVars();
@@ -283,55 +356,60 @@ void BatchConversion::cmdEncode_Click()
     // on a copy.
     const QStringList selected = files.SelectedFiles.mid(0, count);
     platform::SpeechEngine *engine = platform::services().speech;
+    if (!engine) {
+        shell::MsgBoxOT(QStringLiteral("The speech engine is not available."), kMsgOk, QStringLiteral("Save To File"));
+        return;
+    }
+    // A helper process reads the next document while this one is read here; the window
+    // still reports the documents one after the other.
+    platform::BatchHelper *helper = platform::services().batchHelper;
+    int helped = 0;  // the document the helper has, 0 for none
+    const auto stopHelper = [&] {
+        if (helper && helped)
+            helper->cancel();
+        helped = 0;
+    };
     int converted = 0;
     m_view.setProgress(0);
     vars.CancelEncoding = false;
     m_view.setEncodeCaption(QLatin1String(kCancelCaption));
     for (int i = 1; i <= count; ++i) {
         const QString &name = selected.at(i - 1);
+        std::optional<BatchOutcome> outcome;
         QString text;
-        if (ReadBatchDocument(name, &text) != BatchSkip::None)
+        const bool withHelper = i == helped;
+        if (!withHelper && SpokenText(name, &text) != BatchSkip::None)
             continue;
         m_view.setCaption(QStringLiteral("Sonamark - Converting ") + QString::number(i) + QStringLiteral(" of ")
                           + QString::number(count));
-        if (reader::exceptionsState().ExceptionsOn)
-            reader::MakeExceptions(text);
         vars.Mp3FileName = BatchMp3Name(name);
         vars.WavFileName = BatchWavName(vars.Mp3FileName);
         m_view.setFilesText(shell::CondensedPath(vars.Mp3FileName, kCondensedNameWidth));
         vars.MakeMp3 = true;
         reader::speechVars().HighlightOn = false;
         m_view.setProgress(0);
-
-        BatchFileRun run;
-        run.text = text;
-        run.wavName = vars.WavFileName;
-        run.mp3Name = vars.Mp3FileName;
-        run.pitch = shell::settings().PitchOpt;
-        const int voiceRow = m_view.voiceRow();
-        run.voice = voiceRow >= 0 && voiceRow < reader::kMaxVoices ? reader::speechVars().VoiceIndex[voiceRow] : -1;
-        if (m_view.qualityIndex() < 0)
-            m_view.setQualityIndex(kDefaultQualityOpt);
-        const int bitRateRow = m_view.bitRateIndex();
-        run.bitRate = bitRateRow >= 0 && bitRateRow < kBitRateCount ? BitRates()[bitRateRow] : kFallbackBitRate;
-        run.preset = Mp3Qualities()[m_view.qualityIndex()].preset;
-        run.DoEvents = [this] { m_view.doEvents(); };
-        run.speechCancelled = [this] { return m_view.encodeCaption() != QLatin1String(kCancelCaption); };
-        run.progress = [this](int percent) { m_view.setProgress(percent); };
-        if (!engine) {
-            m_view.setProgress(0);
-            m_view.setEncodeCaption(QLatin1String(kBatchEncodeCaption));
-            shell::MsgBoxOT(QStringLiteral("The speech engine is not available."), kMsgOk, QStringLiteral("Save To File"));
-            return;
+        if (withHelper) {
+            helped = 0;
+            outcome = helperOutcome(*helper);
+            if (!outcome && SpokenText(name, &text) != BatchSkip::None)
+                continue;
         }
-        QString error;
-        switch (ConvertOneFile(*engine, m_cEncoder, run, &error)) {
+        if (!outcome) {
+            const BatchFileRun run = fileRun(vars.Mp3FileName, text);
+            if (helper && !helped)
+                helped = startHelper(*helper, selected, i + 1);
+            QString error;
+            outcome = ConvertOneFile(*engine, m_cEncoder, run, &error);
+        }
+        switch (*outcome) {
         case BatchOutcome::SpeechCancelled:
+            stopHelper();
             m_view.setProgress(0);
             m_view.setEncodeCaption(QLatin1String(kBatchEncodeCaption));
             shell::MsgBoxOT(kCancelled, kMsgOk, QStringLiteral("Save To File"));
             return;
         case BatchOutcome::EncodingCancelled:
+            stopHelper();
             finish(BatchCancelReport(converted));
             return;
         case BatchOutcome::SpeechFailed:

@@ -8,8 +8,10 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 namespace platform {
+class BatchHelper;
 class SpeechEngine;
 }
 
@@ -52,6 +54,7 @@ struct BatchFileRun {
     std::function<void()> DoEvents;           // pending events, during speech and encoding
     std::function<bool()> speechCancelled;    // polled while speaking
     std::function<void(int percent)> progress;
+    std::function<void()> spoken;  // the speech is in the wave file; encoding comes next
 };
 enum class BatchOutcome { Converted, SpeechCancelled, EncodingCancelled, SpeechFailed, EncodingFailed };
 // Speaks the text into the wave file, converts it to the MP3 (an old MP3 of that name is
@@ -105,6 +108,13 @@ private:
     void showSelection();
     void storeQuality();
     void finish(const QString &report);
+    BatchFileRun fileRun(const QString &mp3Name, const QString &text);
+    bool cancelled() const;
+    // Hands the first readable document from number first on to the helper: its number,
+    // or 0 when there is none or the helper did not start.
+    int startHelper(platform::BatchHelper &helper, const QStringList &selected, int first);
+    // Waits for the helper's document; nothing when it must be read here after all.
+    std::optional<BatchOutcome> helperOutcome(platform::BatchHelper &helper);
 
     BatchView &m_view;
     cLameEncoder m_cEncoder;

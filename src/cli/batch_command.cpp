@@ -14,6 +14,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryFile>
@@ -34,11 +35,13 @@ constexpr int kExitNotAll = 1;
 constexpr int kExitUsage = 2;
 constexpr int kExitSkipped = 3;  // worker: the document was left out
 constexpr int kMaxJobs = 64;
+constexpr int kMaxVoice = 10000;
 constexpr int kDefaultQualityRow = 3;  // 128 kbps, as to-file
 constexpr int kProgressBarWidth = 40;
 constexpr int kCancelPollMs = 50;
 constexpr int kWorkerStopWaitMs = 5000;
 const char *const kProgressTag = "progress ";
+const char *const kSpokenTag = "spoken";
 
 const char *const kUsage =
     "usage: sonamark-cli batch [--jobs N] [--bitrate KBPS] [--quality ROW] [--exceptions] FILE...\n"
@@ -63,6 +66,11 @@ struct Options {
     bool exceptions = false;
     bool help = false;
     bool worker = false;
+    // A worker for the batch window: the text as the window speaks it comes on standard
+    // input, with the window's voice and pitch.
+    bool textOnInput = false;
+    int voice = -1;
+    QString pitch = QStringLiteral("0");
     QStringList files;
 };
 
@@ -109,6 +117,15 @@ std::optional<Options> Parse(const QStringList &args, QString *problem)
             o.bitRate = *n;
         } else if (a == QLatin1String("--exceptions")) {
             o.exceptions = true;
+        } else if (o.worker && a == QLatin1String(kBatchTextOnInputFlag)) {
+            o.textOnInput = true;
+        } else if (o.worker && a == QLatin1String("--voice")) {
+            const auto n = number(-1, kMaxVoice);
+            if (!n)
+                return std::nullopt;
+            o.voice = *n;
+        } else if (o.worker && a == QLatin1String("--pitch") && i + 1 < args.size()) {
+            o.pitch = args.at(++i);
         } else {
             *problem = QStringLiteral("unknown option ") + a;
             return std::nullopt;
@@ -173,6 +190,8 @@ QStringList WorkerArgs(const Options &o, const QString &file)
 }
 
 } // namespace
+
+QString BatchUsageText() { return QString::fromLatin1(kUsage); }
 
 int RunBatch(const QStringList &args, QTextStream &out, QTextStream &err)
 {
@@ -334,7 +353,15 @@ int RunBatchWorker(const QStringList &args, platform::espeak::EspeakEngine &engi
     platform::services().wordFiles = &word;
 
     QString text;
-    const audio::BatchSkip skip = audio::ReadBatchDocument(file, &text);
+    const audio::BatchSkip skip = o.textOnInput ? audio::BatchSkip::None : audio::ReadBatchDocument(file, &text);
+    if (o.textOnInput) {
+        QFile input;
+        if (!input.open(stdin, QIODevice::ReadOnly)) {
+            err << "cannot read the text from standard input\n";
+            return kExitNotAll;
+        }
+        text = QString::fromUtf8(input.readAll());
+    }
     if (skip != audio::BatchSkip::None) {
         err << audio::SkipReason(skip) << "\n";
         return kExitSkipped;
@@ -365,6 +392,8 @@ int RunBatchWorker(const QStringList &args, platform::espeak::EspeakEngine &engi
     run.text = text;
     run.wavName = wav.fileName();
     run.mp3Name = audio::BatchMp3Name(file);
+    run.voice = o.voice;
+    run.pitch = o.pitch;
     run.preset = quality.preset;
     run.bitRate = o.bitRate.value_or(audio::BitRates()[quality.bitRateRow]);
     int last = -1;
@@ -374,6 +403,7 @@ int RunBatchWorker(const QStringList &args, platform::espeak::EspeakEngine &engi
             vars.CancelEncoding = true;
     };
     run.speechCancelled = [] { return g_interrupted != 0; };
+    run.spoken = [&out] { out << kSpokenTag << "\n" << Qt::flush; };
     run.progress = [&out, &last](int percent) {
         if (percent == last)
             return;

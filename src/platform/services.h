@@ -2,6 +2,7 @@
 // The registry of platform implementations in force. The program installs the real ones
 // at start-up, sonamark-cli the headless ones, tests their fakes. Logic code reaches the
 // outside world only through these.
+#include "platform/batch_helper.h"
 #include "platform/clipboard.h"
 #include "platform/desktop.h"
 #include "platform/error_window.h"
@@ -40,6 +41,7 @@ struct Services {
     Prompts *prompts = nullptr;
     WebFetch *web = nullptr;  // [WEBSOURCE]
     SpellChecker *spell = nullptr;  // the spelling dictionary; none: no spell check
+    BatchHelper *batchHelper = nullptr;  // none: the batch window reads one document at a time
 };
 
 // The current set. Pointers are owned by whoever installed them and must outlive use.

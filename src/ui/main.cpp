@@ -1,4 +1,5 @@
 // sonamark: the resident program.
+#include "audio/process_batch_helper.h"
 #include "engine/run_state.h"
 #include "platform/espeak/espeak_engine.h"
 #include "platform/hunspell/hunspell_checker.h"
@@ -30,6 +31,8 @@
 #include "ui/macro_prompts.h"
 #include "ui/subsystem_calls.h"
 
+#include <QFileInfo>
+#include <QThread>
 #include <QTimer>
 #include <memory>
 
@@ -76,6 +79,11 @@ int main(int argc, char **argv)
     services.prompts = &prompts;
     services.web = &web;
     services.spell = &spellChecker;
+    // With a second core, the batch window reads two documents at once.
+    const QString cli = QApplication::applicationDirPath() + QStringLiteral("/sonamark-cli");
+    audio::ProcessBatchHelper batchHelper(cli);
+    if (QThread::idealThreadCount() > 1 && QFileInfo(cli).isExecutable())
+        services.batchHelper = &batchHelper;
     platform::install(services);
     ui::InstallSpellWindow();
 

@@ -1,6 +1,8 @@
 // The batch conversion of frmMP3Files on the real engine, encoder and antiword: twenty
-// mixed documents, the reports, the captions, the names, and a cancel in each phase.
+// mixed documents, the reports, the captions, the names, and a cancel in each phase; the
+// same with the helper process that reads every other document.
 #include "audio/batch_conversion.h"
+#include "audio/process_batch_helper.h"
 #include "audio/read_to_file_dialog.h"
 #include "audio/read_to_file_vars.h"
 #include "audio_fixture.h"
@@ -231,6 +233,94 @@ TEST_F(BatchConversionTest, CancelDuringTheEncodingOfTheThirdFileReportsTwo)
     for (int i = 3; i < corpus.files.size(); ++i)
         EXPECT_FALSE(QFileInfo::exists(Mp3Of(corpus.files[i]))) << i;
     EXPECT_EQ(shell::settings().Mp3QualityOpt, "0");
+}
+
+TEST_F(BatchConversionTest, WithTheHelperTheSameMp3sAppearAndTheCaptionsStayInOrder)
+{
+    // Document 2 read here, for comparison: the helper must speak it with the same voice
+    // and rate, so at a constant bit rate its MP3 has the same length, give or take a pause
+    // (the speech library carries a little state from one text to the next; another rate
+    // or voice changes the length by far more).
+    const QString second = corpus.converted.at(1);
+    search::findFilesState().select({second}, {});
+    audio::BatchConversion alone(view);
+    view.logic = &alone;
+    alone.Form_Load();
+    alone.cmdEncode_Click();
+    QFile made(Mp3Of(second));
+    ASSERT_TRUE(made.open(QIODevice::ReadOnly));
+    const QByteArray here = made.readAll();
+    made.close();
+    ASSERT_FALSE(here.isEmpty());
+    ASSERT_TRUE(QFile::remove(Mp3Of(second)));
+
+    audio::ProcessBatchHelper helper(QStringLiteral(SONAMARK_CLI_PATH));
+    platform::services().batchHelper = &helper;
+    search::findFilesState().select(corpus.files, {});
+    View helped;
+    audio::BatchConversion logic(helped);
+    helped.logic = &logic;
+    logic.Form_Load();
+    fx.messages.shown.clear();
+    logic.cmdEncode_Click();
+    platform::services().batchHelper = nullptr;
+
+    EXPECT_EQ(reports(), QStringList{"Convert Files To MP3|There were 18 files converted."});
+    for (const QString &doc : corpus.converted)
+        EXPECT_TRUE(Mp3Decodes(Mp3Of(doc))) << doc.toStdString();
+    for (const QString &doc : corpus.skipped)
+        EXPECT_FALSE(QFileInfo::exists(Mp3Of(doc))) << doc.toStdString();
+    QStringList converting;
+    for (const QString &caption : helped.captions)
+        if (caption.startsWith("Sonamark - Converting ") && (converting.isEmpty() || converting.last() != caption))
+            converting << caption;
+    ASSERT_EQ(converting.size(), 18);
+    for (int i = 0; i < 18; ++i)
+        EXPECT_EQ(converting[i], QStringLiteral("Sonamark - Converting %1 of 20").arg(i + 1));
+    EXPECT_NEAR(double(made.size()), double(here.size()), 0.03 * double(here.size()))
+        << "the helper spoke document 2 differently";
+}
+
+TEST_F(BatchConversionTest, CancelWhileTheHelperReadsTheNextDocumentLeavesNoMp3OfIt)
+{
+    audio::ProcessBatchHelper helper(QStringLiteral(SONAMARK_CLI_PATH));
+    platform::services().batchHelper = &helper;
+    audio::BatchConversion logic(view);
+    view.logic = &logic;
+    logic.Form_Load();
+    view.onEvents = [&] {
+        if (view.caption == "Sonamark - Converting 1 of 20" && view.encode == audio::kCancelCaption
+            && helper.state() != platform::BatchHelper::State::Idle && view.progress < 50)
+            logic.cmdEncode_Click();
+    };
+    logic.cmdEncode_Click();
+    platform::services().batchHelper = nullptr;
+    EXPECT_EQ(reports(), QStringList{"Save To File|Read To File cancelled by user."});
+    for (int i = 0; i < corpus.files.size(); ++i)
+        EXPECT_FALSE(QFileInfo::exists(Mp3Of(corpus.files[i]))) << i;
+    EXPECT_EQ(helper.state(), platform::BatchHelper::State::Idle);
+}
+
+TEST_F(BatchConversionTest, AHelperThatFailsOrCannotStartLeavesTheWorkToTheWindow)
+{
+    const QStringList docs = corpus.converted.mid(0, 3);
+    for (const char *program : {"/bin/false", "/nonexistent/sonamark-cli"}) {
+        SCOPED_TRACE(program);
+        for (const QString &doc : docs)
+            QFile::remove(Mp3Of(doc));
+        audio::ProcessBatchHelper helper(QString::fromLatin1(program));
+        platform::services().batchHelper = &helper;
+        search::findFilesState().select(docs, {});
+        audio::BatchConversion logic(view);
+        view.logic = &logic;
+        logic.Form_Load();
+        fx.messages.shown.clear();
+        logic.cmdEncode_Click();
+        platform::services().batchHelper = nullptr;
+        EXPECT_EQ(reports(), QStringList{"Convert Files To MP3|There were 3 files converted."});
+        for (const QString &doc : docs)
+            EXPECT_TRUE(Mp3Decodes(Mp3Of(doc))) << doc.toStdString();
+    }
 }
 
 TEST_F(BatchConversionTest, NothingSelectedAndNothingConvertible)
