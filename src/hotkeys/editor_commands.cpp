@@ -4,6 +4,7 @@
 #include "hotkeys/input_hooks.h"
 #include "shell/file_util.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QStringList>
@@ -79,9 +80,15 @@ QString LaunchName(const QString &description)
 
 QString MacroLauncherFileName(const QString &description)
 {
+    const QString name = description.trimmed();
     QString stem;
-    for (const QChar c : description.trimmed())
+    for (const QChar c : name)
         stem += c.isLetterOrNumber() && c.unicode() < 0x80 ? c.toLower() : QLatin1Char('-');
+    // Where the stem lost something (capitals, blanks, other letters), a digest of the
+    // whole name keeps two macros such as "Mail Ärger" and "Mail Örger" apart.
+    if (stem != name)
+        stem += QLatin1Char('-')
+                + QString::fromLatin1(QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Sha1).toHex().left(8));
     return QStringLiteral("sonamark-macro-") + stem + QStringLiteral(".desktop");
 }
 

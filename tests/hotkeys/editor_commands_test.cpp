@@ -2,6 +2,7 @@
 #include "hotkeys/editor_commands.h"
 
 #include <QFile>
+#include <QSet>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -24,8 +25,18 @@ TEST(EditorCommands, PrintedMacroNumbersItsCodeLines)
 TEST(EditorCommands, LaunchNameWritesBlanksAsDollars)
 {
     EXPECT_EQ(hotkeys::LaunchName(QStringLiteral("  Open my mail ")), QStringLiteral("Open$my$mail"));
-    EXPECT_EQ(hotkeys::MacroLauncherFileName(QStringLiteral("Open my/mail!")),
-              QStringLiteral("sonamark-macro-open-my-mail-.desktop"));
+    EXPECT_EQ(hotkeys::MacroLauncherFileName(QStringLiteral("open-mail")), QStringLiteral("sonamark-macro-open-mail.desktop"));
+    const QString mail = hotkeys::MacroLauncherFileName(QStringLiteral("Open my/mail!"));
+    EXPECT_TRUE(mail.startsWith(QStringLiteral("sonamark-macro-open-my-mail--"))) << mail.toStdString();
+    EXPECT_TRUE(mail.endsWith(QStringLiteral(".desktop")));
+    EXPECT_EQ(hotkeys::MacroLauncherFileName(QStringLiteral(" Open my/mail! ")), mail);  // the same macro
+    // Names that differ only where the file name cannot follow them get files of their own.
+    const QStringList names{QStringLiteral("Mail \u00c4rger"), QStringLiteral("Mail \u00d6rger"),
+                            QStringLiteral("mail-rger"), QStringLiteral("Mail$rger"), QStringLiteral("MAIL rger")};
+    QSet<QString> files;
+    for (const QString &name : names)
+        files.insert(hotkeys::MacroLauncherFileName(name));
+    EXPECT_EQ(files.size(), names.size());
 }
 
 // What a desktop reads from the Exec key: the file's escapes undone, then the quoted
@@ -78,7 +89,7 @@ TEST(EditorCommands, LauncherFileIsWrittenIntoANewFolder)
     QString path;
     EXPECT_EQ(hotkeys::WriteMacroLauncher(folder, QStringLiteral("sonamark-launch"), QStringLiteral("Tea"), &path),
               QString());
-    EXPECT_EQ(path, folder + QStringLiteral("/sonamark-macro-tea.desktop"));
+    EXPECT_EQ(path, folder + QLatin1Char('/') + hotkeys::MacroLauncherFileName(QStringLiteral("Tea")));
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(file.readAll().contains("Name=Tea\n"));

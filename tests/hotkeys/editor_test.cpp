@@ -3,6 +3,7 @@
 // Format Code, the file changed by another program, a read-only file and the table's limit.
 #include "fakes/fake_services.h"
 #include "hotkeys/editor.h"
+#include "hotkeys/editor_commands.h"
 #include "hotkeys/hook_state.h"
 #include "hotkeys/hotkeys_file.h"
 #include "hotkeys/hotkeys_table.h"
@@ -725,7 +726,7 @@ TEST_F(EditorTest, DesktopIconRunsTheShownMacroByItsLaunchName)
     load();
     const QString desk = dir.filePath(QStringLiteral("Desk"));
     editor->mnuFileIcon_Click(desk, QStringLiteral("/opt/s/sonamark-launch"));
-    QFile file(desk + QStringLiteral("/sonamark-macro-morning-mail.desktop"));
+    QFile file(desk + QLatin1Char('/') + hotkeys::MacroLauncherFileName(QStringLiteral("Morning mail")));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << view.status.toStdString();
     const QString text = QString::fromUtf8(file.readAll());
     EXPECT_TRUE(text.contains(QStringLiteral("Exec=\"/opt/s/sonamark-launch\" \"Morning\\\\$mail\"\n")))
