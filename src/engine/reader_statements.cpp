@@ -148,7 +148,7 @@ QString DoMAKEMP3(int line)
 QString DoPRINTSELECTED(int)
 {
     platform::Clipboard *clipboard = platform::services().clipboard;
-    if (!clipboard || !reader::textBox())
+    if (!clipboard || !reader::textBox() || !reader::textBox()->canPrint())
         return needsDesktop(QStringLiteral("[PRINTSELECTED]"));
     QString kept;
     const QString selection = copyForegroundSelection(*clipboard, kept);
@@ -177,7 +177,7 @@ QString DoPRINT(int line)
     if (type != QLatin1String(".TXT") && type != QLatin1String(".RTF") && type != QLatin1String(".XML")
         && type != QLatin1String(".DOC"))
         return QStringLiteral("Invalid file type") + kPrintFrame;
-    if (!reader::textBox())
+    if (!reader::textBox() || !reader::textBox()->canPrint())
         return needsDesktop(QStringLiteral("[PRINT File]"));
     const reader::BorrowedDocument borrowed;
     const QString message = reader::LoadFile2Reader(name);

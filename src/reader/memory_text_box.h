@@ -25,6 +25,7 @@ public:
     std::optional<QString> showSave(const QString &, const QString &) override { return std::nullopt; }
     void showPageSetup() override {}
     PrintOutcome printText(bool) override;
+    bool canPrint() const override { return false; }
 
 private:
     QString m_plain;                     // the text when it came in plain

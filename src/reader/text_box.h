@@ -47,6 +47,8 @@ public:
     virtual void showPageSetup() = 0;
     // The printer dialog, then prints the selection (selectionOnly) or the whole text.
     virtual PrintOutcome printText(bool selectionOnly) = 0;
+    // False where there is no printing at all (the text box of sonamark-cli).
+    virtual bool canPrint() const { return true; }
 };
 
 } // namespace reader
