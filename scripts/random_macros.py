@@ -74,7 +74,7 @@ class Gen:
     def file(self):
         return '"' + self.r.choice(FILES) + '"' if self.r.random() < 0.7 else self.name()
 
-    def statement(self):
+    def statement(self, in_loop=False):
         r = self.r
         n = self.name
         forms = [
@@ -125,29 +125,34 @@ class Gen:
             lambda: "# a comment",
             lambda: "",
         ]
-        return r.choice(forms)()
+        # Starting a program or waiting is slow by nature: a loop of them runs into the
+        # line limit only after hours, so they stay out of loops.
+        while True:
+            text = r.choice(forms)()
+            if not (in_loop and text.startswith(("[WAIT", "[COMMAND"))):
+                return text
 
     def junk(self):
         r = self.r
         pool = "[]{}()\"=<>+-*/&,.~^%#ABCxyz0123456789 \u00e0\u00c0\t"
         return "".join(r.choice(pool) for _ in range(r.randint(1, 60)))
 
-    def block(self, depth, lines):
+    def block(self, depth, lines, in_loop=False):
         r = self.r
         out = []
         for _ in range(lines):
             k = r.random()
             if k < 0.12 and depth < 12:
                 out.append("[IF %s]" % self.condition())
-                out += self.block(depth + 1, r.randint(0, 4))
+                out += self.block(depth + 1, r.randint(0, 4), in_loop)
                 if r.random() < 0.5:
                     out.append("[ELSE]")
-                    out += self.block(depth + 1, r.randint(0, 3))
+                    out += self.block(depth + 1, r.randint(0, 3), in_loop)
                 if r.random() < 0.95:
                     out.append("[ENDIF]")
             elif k < 0.22 and depth < 12:
                 out.append("[LOOP %s]" % self.condition())
-                out += self.block(depth + 1, r.randint(0, 4))
+                out += self.block(depth + 1, r.randint(0, 4), True)
                 if r.random() < 0.95:
                     out.append("[ENDLOOP]")
             elif k < 0.26:
@@ -155,7 +160,7 @@ class Gen:
             elif k < 0.27:
                 out.append("[A=" + '"' + "x" * r.randint(1000, 70000) + '"]')
             else:
-                out.append(self.statement())
+                out.append(self.statement(in_loop))
         return out
 
     def hotkeys_file(self):
