@@ -10,6 +10,7 @@ PACKAGES=(
   libespeak-ng-dev libsndfile1-dev libsoxr-dev libmp3lame-dev libhunspell-dev
   libx11-dev libxtst-dev libxi-dev libxfixes-dev libxkbcommon-dev libxcb1-dev
   libgtest-dev libgmock-dev libbenchmark-dev
+  librsvg2-bin
   # run
   espeak-ng-data hunspell-en-us qt6-qpa-plugins libqt6multimedia6
   gstreamer1.0-plugins-base gstreamer1.0-pulseaudio
@@ -19,6 +20,7 @@ PACKAGES=(
   sox libsox-fmt-base ffmpeg mpg123 lame espeak-ng
   libgif-dev qt6-image-formats-plugins
   hunspell-de-de hunspell xdg-utils
+  groff-base
 )
 
 missing=()

@@ -115,27 +115,50 @@ int runMacro(const RunOptions &o, QTextStream &out, QTextStream &err)
 
 } // namespace
 
+const QList<CliCommand> &CliCommands()
+{
+    static const QList<CliCommand> commands{
+        {"run", "runs a macro of a Hotkeys file"},
+        {"check", "checks macros and prints their error reports"},
+        {"format", "prints a macro tidied and indented, or stores it back"},
+        {"voices", "lists the installed voices"},
+        {"speak", "speaks a text"},
+        {"to-file", "reads a text file into a WAV or MP3 file"},
+        {"batch", "reads documents into MP3 files beside them, several at once"},
+        {"find", "lists the files below a folder that match a pattern"},
+        {"spell", "lists the words of a text that the dictionary does not know"},
+        {"doctor", "checks what Sonamark needs on this machine and how to fix what is missing"},
+    };
+    return commands;
+}
+
 QString UsageText()
 {
-    return QStringLiteral(
-        "Usage: sonamark-cli COMMAND ...   (sonamark-cli COMMAND --help for each)\n"
-        "  run       runs a macro of a Hotkeys file\n"
-        "  check     checks macros and prints their error reports\n"
-        "  format    prints a macro tidied and indented, or stores it back\n"
-        "  voices    lists the installed voices\n"
-        "  speak     speaks a text\n"
-        "  to-file   reads a text file into a WAV or MP3 file\n"
-        "  batch     reads documents into MP3 files beside them, several at once\n"
-        "  find      lists the files below a folder that match a pattern\n"
-        "  spell     lists the words of a text that the dictionary does not know\n"
+    QString text = QStringLiteral("Usage: sonamark-cli COMMAND ...   (sonamark-cli COMMAND --help for each)\n");
+    for (const CliCommand &c : CliCommands())
+        text += QStringLiteral("  %1%2\n").arg(QLatin1String(c.name), -10).arg(QLatin1String(c.summary));
+    text += QStringLiteral(
         "\n"
+        "sonamark-cli is the headless front end of Sonamark: it runs and checks the macros of a\n"
+        "Hotkeys file, reads text aloud or into sound files, finds files and checks spelling,\n"
+        "without the resident program and without a display.\n"
+        "  sonamark-cli --help           this text\n"
+        "  sonamark-cli help COMMAND     the same as sonamark-cli COMMAND --help\n"
+        "  sonamark-cli --help-man [FILE]  the manual page (roff) on standard output or in FILE\n");
+    return text;
+}
+
+QString RunUsageText()
+{
+    return QStringLiteral(
         "Usage: sonamark-cli run --hotkeys FILE (--macro NAME | --number N)\n"
         "                        [--answer yes|no|cancel|ok]... [--show-messages]\n"
         "\n"
         "Runs one macro of a Hotkeys file without a display. The run-time report and the\n"
         "result report are printed on standard output as the report windows show them.\n"
         "Keystrokes are printed on standard error, one delivery a line: \"SENDKEYS <text>\"\n"
-        "or \"KEY <code>\". Questions take the --answer values in order, then No.\n"
+        "or \"KEY <code>\". Questions take the --answer values in order, then No;\n"
+        "--show-messages prints each message box on standard error as well.\n"
         "File statements work on real files (relative paths from the current folder); the\n"
         "reader's text is kept in memory; [GETCLIP] and [SETCLIP] use the X clipboard\n"
         "through xclip when there is a display. Statements that open windows say that\n"
@@ -160,10 +183,14 @@ int RunCli(const QStringList &args, QTextStream &out, QTextStream &err)
         err << "sonamark-cli: unknown command '" << args.first() << "'\n\n" << UsageText();
         return kExitUsage;
     }
+    if (args.size() > 1 && (args.at(1) == QLatin1String("--help") || args.at(1) == QLatin1String("-h"))) {
+        out << RunUsageText();
+        return kExitClean;
+    }
     RunOptions options;
     const QString problem = parseRunOptions(args, options);
     if (!problem.isEmpty()) {
-        err << "sonamark-cli: " << problem << "\n\n" << UsageText();
+        err << "sonamark-cli: " << problem << "\n\n" << RunUsageText();
         return kExitUsage;
     }
     return runMacro(options, out, err);

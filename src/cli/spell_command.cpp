@@ -48,6 +48,8 @@ bool ReadInput(const QString &name, QByteArray &bytes, QTextStream &err)
 
 } // namespace
 
+QString SpellUsageText() { return QString::fromLatin1(kSpellUsage); }
+
 int RunSpell(const QStringList &args, QTextStream &out, QTextStream &err)
 {
     QString dictionary, input;

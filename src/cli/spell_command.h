@@ -8,6 +8,9 @@
 
 namespace cli {
 
+// The text of spell --help.
+QString SpellUsageText();
+
 int RunSpell(const QStringList &args, QTextStream &out, QTextStream &err);
 
 } // namespace cli

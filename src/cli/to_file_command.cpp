@@ -210,6 +210,8 @@ void Discard(const QString &name) { audio::KillFileIfExists(name); }
 
 } // namespace
 
+QString ToFileUsageText() { return QString::fromLatin1(kUsage); }
+
 int RunToFile(const QStringList &args, platform::espeak::EspeakEngine &engine, QTextStream &out, QTextStream &err)
 {
     QString problem;

@@ -13,6 +13,9 @@ namespace cli {
 inline constexpr auto kToFileCommand = "to-file";
 
 // Exit codes: 0 the file was made, 1 it could not be (the reason on err), 2 bad arguments.
+// The text of to-file --help.
+QString ToFileUsageText();
+
 int RunToFile(const QStringList &args, platform::espeak::EspeakEngine &engine, QTextStream &out, QTextStream &err);
 
 // The value of --bitrate: kbps when it is one of the MP3 bit rates, else nothing, with

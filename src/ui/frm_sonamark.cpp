@@ -1,5 +1,6 @@
 #include "ui/frm_sonamark.h"
 
+#include "platform/linux/linux_system_probes.h"
 #include "platform/qt/tray_pictures.h"
 #include "platform/services.h"
 #include "shell/app_state.h"
@@ -10,6 +11,7 @@
 #include "shell/quit.h"
 #include "shell/settings.h"
 #include "shell/startup.h"
+#include "shell/system_check.h"
 #include "spell/spell_check.h"
 #include "reader/date_panel.h"
 #include "reader/help_menu.h"
@@ -188,6 +190,9 @@ void frmSonamark::buildMenus()
             &frmSonamark::mnuHelpDeskTop_Click);
     connect(help->addAction(QStringLiteral("Run Sonamark at Startup")), &QAction::triggered, this,
             &frmSonamark::mnuHelpStartup_Click);
+    connect(help->addAction(QStringLiteral("System Check...")), &QAction::triggered, this, [this] {
+        shell::Guarded("(Form) frmSonamark::Sub mnuHelpSystemCheck_Click", [this] { mnuHelpSystemCheck_Click(); });
+    });
     connect(help->addAction(QStringLiteral("About")), &QAction::triggered, this, &frmSonamark::mnuHelpAbout_Click);
 
     // The tray menu; never on the bar.
@@ -252,8 +257,9 @@ void frmSonamark::Form_Load()
     });
 
     if (!m_tray->exists()) {
-        shell::MsgBoxOT(QStringLiteral("FATAL ERROR there is no taskbar currently available. Aborting."), 0,
-                        QStringLiteral("Error"));
+        shell::MsgBoxOT(QStringLiteral("FATAL ERROR there is no taskbar currently available. Aborting.\r\n\r\n")
+                            + shell::SystemCheckHint(false),
+                        0, QStringLiteral("Error"));
         state.WindowLoading = false;
         return;
     }
@@ -273,8 +279,9 @@ void frmSonamark::Form_Load()
         mnuOptionsHotkeysEnable->setChecked(enabled);
     } else {
         if (!state.StartHidden)
-            shell::MsgBoxOT(QStringLiteral("Error hooking keyboard. No global hotkey will be available."), 0,
-                            QStringLiteral("Hotkey"));
+            shell::MsgBoxOT(QStringLiteral("Error hooking keyboard. No global hotkey will be available.\r\n\r\n")
+                                + shell::SystemCheckHint(true),
+                            0, QStringLiteral("Hotkey"));
         mnuHotkeys->setEnabled(false);
         opts.HotkeysEnabledOpt = QStringLiteral("0");
     }
@@ -389,6 +396,15 @@ void frmSonamark::closeEvent(QCloseEvent *event)
 void frmSonamark::mnuHelpStartup_Click()
 {
     shell::ToggleStartupEntry(QApplication::applicationFilePath());
+}
+
+void frmSonamark::mnuHelpSystemCheck_Click()
+{
+    // The check plays a short tone and waits for it: a moment, not long.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    platform::LinuxSystemProbes probes(shell::app().AppFolder, platform::services().speech);
+    shell::ShowSystemCheck(probes);
+    QApplication::restoreOverrideCursor();
 }
 
 void frmSonamark::mnuHelpDeskTop_Click()

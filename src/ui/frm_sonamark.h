@@ -89,6 +89,7 @@ private:
     // "Save To MP3": the read-to-file dialog, modal.
     void mnuFileMP3_Click() { ShowReadToFile(QString()); }
     void mnuHelpStartup_Click();
+    void mnuHelpSystemCheck_Click();
     void mnuHelpDeskTop_Click();
     void mnuHelpPage_Click(int index);
     void mnuHelpAbout_Click();

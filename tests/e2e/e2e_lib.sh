@@ -43,7 +43,12 @@ answer() {
   xdotool windowactivate --sync "$(managed_window_named "$title")" key --clearmodifiers "$@"
 }
 
-main_window() { xdotool search --onlyvisible --name '^Sonamark' 2>/dev/null | head -1; }
+# The main window: "Sonamark" or "Sonamark - FILE", never the help viewer ("Sonamark Help ...").
+main_window() {
+  local w
+  w=$(xdotool search --onlyvisible --name '^Sonamark($| - )' 2>/dev/null | head -1)
+  [ -n "$w" ] && echo "$w"
+}
 # menu KEY MOVES...: opens a menu of the main window by its Alt key, moves from its first
 # entry by the keys given (Down, Up) and takes the entry reached.
 menu() {

@@ -9,9 +9,10 @@ source "$(dirname "$0")/e2e_lib.sh"
 "$bin/sonamark" &
 prog=$!
 pids+=("$prog")
-wait_for 15 managed_window_named "Sonamark Help" || fail "the help viewer did not open on a first run"
+page1="Sonamark Help - 1) Reading the Clipboard"
+wait_for 15 managed_window_named "$page1" || fail "the help viewer did not open on page 1 on a first run"
 [ "$(tr -d '\r\n' < "$home/ShowInstructions.flg")" = "1" ] || fail "first-run flag not written"
-help=$(managed_window_named "Sonamark Help")
+help=$(managed_window_named "$page1")
 # Tick "Quit Sonamark when this window closes" (alt+q), then close the viewer.
 xdotool windowactivate --sync "$help" key --clearmodifiers alt+q
 sleep 0.3

@@ -34,10 +34,10 @@ const QString kNotAccessed = QStringLiteral("File XML_Tutorial.rtf could not be 
 
 } // namespace
 
-TEST(HelpFolders, BesideTheProgramThenUnderItsPrefix)
+TEST(HelpFolders, UnderThePrefixThenBesideTheProgram)
 {
     EXPECT_EQ(reader::HelpFolders(QStringLiteral("/opt/sonamark/bin/")),
-              (QStringList{QStringLiteral("/opt/sonamark/bin/help"), QStringLiteral("/opt/sonamark/share/sonamark/help")}));
+              (QStringList{QStringLiteral("/opt/sonamark/share/sonamark/help"), QStringLiteral("/opt/sonamark/bin/help")}));
 }
 
 TEST_F(HelpMenuTest, TheFirstFolderHoldingTheFileIsShownAsPlainText)

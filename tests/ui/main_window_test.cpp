@@ -48,7 +48,8 @@ TEST_F(MainWindowTest, FormLoadShowsIdleIconAndKeepsWindowHidden)
     EXPECT_EQ(window.txtSpeech->font().pointSize(), 200);
     // Without global hotkeys: said once, the menu disabled, the setting off.
     ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_EQ(fx.messages.shown[0].text, "Error hooking keyboard. No global hotkey will be available.\r\n");
+    EXPECT_EQ(fx.messages.shown[0].text, "Error hooking keyboard. No global hotkey will be available.\r\n\r\n"
+                                         "Help > System Check... shows what is missing and how to fix it.\r\n");
     EXPECT_EQ(shell::settings().HotkeysEnabledOpt, "0");
     EXPECT_FALSE(app().OptionsDirty);
 }
@@ -81,7 +82,8 @@ TEST_F(MainWindowTest, NoNotificationAreaGivesUp)
     EXPECT_FALSE(window.loaded());
     EXPECT_FALSE(fx.tray.shown);
     ASSERT_EQ(fx.messages.shown.size(), 1);
-    EXPECT_EQ(fx.messages.shown[0].text, "FATAL ERROR there is no taskbar currently available. Aborting.\r\n");
+    EXPECT_EQ(fx.messages.shown[0].text, "FATAL ERROR there is no taskbar currently available. Aborting.\r\n\r\n"
+                                         "The command \"sonamark-cli doctor\" shows what is missing and how to fix it.\r\n");
 }
 
 TEST_F(MainWindowTest, HelpMenuEntriesAreInOrderAndEnabled)
@@ -102,7 +104,7 @@ TEST_F(MainWindowTest, HelpMenuEntriesAreInOrderAndEnabled)
             webSite = entry;
     }
     EXPECT_EQ(captions, (QStringList{"Instructions", "XML Support", "Email Sonamark Support", "Sonamark Web Site",
-                                     "Add Sonamark Icon To DeskTop", "Run Sonamark at Startup", "About"}));
+                                     "Add Sonamark Icon To DeskTop", "Run Sonamark at Startup", "System Check...", "About"}));
     ASSERT_NE(webSite, nullptr);
     webSite->trigger();
     EXPECT_EQ(fx.desktop.opened, QStringList{QStringLiteral("https://sonamark.org/")});
