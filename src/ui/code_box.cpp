@@ -77,21 +77,30 @@ void CodeBox::applyErrorLines()
     setExtraSelections(selections);
 }
 
-void CodeBox::pasteStatement(const QString &text, const std::function<int(const QString &, int)> &indentAt)
+void CodeBox::pasteStatement(const QString &text, const IndentFn &indentAt)
 {
+    pasteStatements(QStringList{text}, indentAt);
+}
+
+void CodeBox::pasteStatements(const QStringList &lines, const IndentFn &indentAt)
+{
+    if (lines.isEmpty())
+        return;
     QTextCursor cursor = textCursor();
     cursor.clearSelection();
     cursor.beginEditBlock();
-    cursor.movePosition(QTextCursor::EndOfBlock);
-    if (cursor.block().text().trimmed().isEmpty()) {
-        cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
-        cursor.removeSelectedText();
-    } else {
-        cursor.insertBlock();
+    for (const QString &text : lines) {
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        if (cursor.block().text().trimmed().isEmpty()) {
+            cursor.movePosition(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
+            cursor.removeSelectedText();
+        } else {
+            cursor.insertBlock();
+        }
+        const int caret = cursor.position() + cursor.blockNumber();  // each line end before it is CR LF
+        const int indent = indentAt ? indentAt(code(), caret, text) : 0;
+        cursor.insertText(QString(qMax(0, indent), QLatin1Char(' ')) + text);
     }
-    const int caret = cursor.position() + cursor.blockNumber();  // each line end before it is CR LF
-    const int indent = indentAt ? indentAt(code(), caret) : 0;
-    cursor.insertText(QString(qMax(0, indent), QLatin1Char(' ')) + text);
     cursor.endEditBlock();
     setTextCursor(cursor);
 }

@@ -2,6 +2,7 @@
 // The macro code box of the Hotkeys editor: plain text in a fixed-pitch font, with
 // undo and redo, line numbers in a margin, and error lines painted red.
 #include <QList>
+#include <QStringList>
 #include <QPlainTextEdit>
 #include <functional>
 
@@ -19,10 +20,15 @@ public:
     // Paints these 1-based lines red (text and number), all others normal.
     void setErrorLines(const QList<int> &lines);
     const QList<int> &errorLines() const { return m_errorLines; }
+    // The blanks to put before pasted, a statement line inserted at caret (0-based, CR LF
+    // counted as two) of code.
+    using IndentFn = std::function<int(const QString &code, int caret, const QString &pasted)>;
     // Inserts a statement on a line of its own (the caret's line when it is blank, else
-    // a new one below it), indented by the blanks indentAt gives for the code and the
-    // 0-based caret in it (CR LF counted as two), and leaves the caret behind it.
-    void pasteStatement(const QString &text, const std::function<int(const QString &code, int caret)> &indentAt);
+    // a new one below it), indented by indentAt, and leaves the caret behind it.
+    void pasteStatement(const QString &text, const IndentFn &indentAt);
+    // pasteStatement for each line in turn, each below the one before and indented for
+    // its own place, as one step for Undo.
+    void pasteStatements(const QStringList &lines, const IndentFn &indentAt);
     // Inserts text at the caret, in place of a selection.
     void pasteText(const QString &text);
     // 1-based line and column of the caret.

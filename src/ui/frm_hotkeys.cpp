@@ -4,6 +4,7 @@
 #include "engine/run_state.h"
 #include "hotkeys/editor_commands.h"
 #include "hotkeys/file_history.h"
+#include "hotkeys/formatter.h"
 #include "hotkeys/hook_state.h"
 #include "hotkeys/hotkeys_table.h"
 #include "hotkeys/input_hooks.h"
@@ -17,9 +18,11 @@
 #include "shell/settings.h"
 #include "shell/startup.h"
 #include "ui/code_box.h"
+#include "ui/frm_com_diag.h"
 #include "ui/frm_run_macro_popup.h"
 #include "ui/frm_text.h"
 #include "ui/text_printer.h"
+#include "ui/wizard_dialogs.h"
 
 #include <QAction>
 #include <QApplication>
@@ -63,8 +66,6 @@ constexpr int kCaptureTicks = 10000 / kCapturePollMs;  // ten seconds to press t
 constexpr int kHelpPageMacros = 10;  // pages of the help viewer
 constexpr int kHelpPageEditor = 11;
 const QColor kErrorColour(255, 0, 0);
-const QString kWizardsLater = QStringLiteral("The statement wizard for this entry is not part of this version yet: "
-                                             "type the statement into the code box.");
 
 QPointer<frmHotkeys> g_editor;
 
@@ -319,6 +320,9 @@ void frmHotkeys::buildMenus()
     mnuHelpEditor = mnuHelp->addAction(QStringLiteral("Hotkeys &Editor"));
     mnuHelpEditor->setShortcut(QKeySequence::HelpContents);
     mnuHelpXML = mnuHelp->addAction(QStringLiteral("&XML Support"));
+    connect(mnuHelp->addAction(QStringLiteral("&Statement Reference")), &QAction::triggered, this, [] {
+        shell::Guarded("(Form) frmHotkeys::Sub mnuHelpStatements_Click", [] { reader::HelpHotkeys(QString()); });
+    });
 }
 
 void frmHotkeys::buildInsertMenu()
@@ -358,46 +362,89 @@ void frmHotkeys::buildInsertMenu()
 
 void frmHotkeys::buildFunctionsMenu()
 {
-    struct Entry {
-        const char *group;
-        const char *caption;
-    };
-    static const Entry entries[] = {
-        {"&Control", "[IF Cond] [ELSE] [ENDIF]"}, {"&Control", "[LOOP Cond] [ENDLOOP]"},
-        {"&Control", "[QUITLOOP]"}, {"&Control", "[CANCEL IF Cond]"}, {"&Control", "[VAR=Val]"},
-        {"&Control", "[WAIT Secs]"}, {"&Control", "[HOTKEY n]"},
-        {"&Keys and Mouse", "[SENDKEYS String]"}, {"&Keys and Mouse", "[KEYLOG Var]"},
-        {"&Keys and Mouse", "[LEFTDOWN X Y]"}, {"&Keys and Mouse", "[LEFTUP X Y]"},
-        {"&Keys and Mouse", "[RIGHTDOWN X Y]"}, {"&Keys and Mouse", "[RIGHTUP X Y]"},
-        {"&Keys and Mouse", "[CLICKZONE Xmn Ymn Xmx Ymx Trap]"}, {"&Keys and Mouse", "[SETFOCUS Classname Ans]"},
-        {"&Files", "[OPEN n File]"}, {"&Files", "[READ n Var]"}, {"&Files", "[CLOSE n]"},
-        {"&Files", "[COPYFILE Source Destination]"}, {"&Files", "[PATHEXISTS Path Ans]"},
-        {"&Files", "[SHORTPATH File Var]"}, {"&Files", "[FINDFILES StartPath Selection]"},
-        {"&Files", "[FINDSTRING String Substring Start]"}, {"&Files", "[DATEDIFF From To Var]"},
-        {"C&lipboard", "[GETCLIP Var]"}, {"C&lipboard", "[SETCLIP String]"}, {"C&lipboard", "[LOADCLIP Filename]"},
-        {"C&lipboard", "[SAVECLIP Filename]"}, {"C&lipboard", "[GETMULTICLIP Clip Var]"},
-        {"C&lipboard", "[SETMULTICLIP Clip String]"},
-        {"&Sonamark", "[LOADFILE Filename]"}, {"&Sonamark", "[SAVEFILE Filename]"}, {"&Sonamark", "[PRINT Filename]"},
-        {"&Sonamark", "[PRINTSELECTED]"}, {"&Sonamark", "[MAKEMP3 Filename]"}, {"&Sonamark", "[CLIP ON]"},
-        {"&Sonamark", "[CLIP OFF]"}, {"&Sonamark", "[SPELLCHECK]"}, {"&Sonamark", "[SPELLCHECKMODE ON]"},
-        {"&Sonamark", "[SPELLCHECKMODE OFF]"}, {"&Sonamark", "[LISTHOTKEYS]"},
-        {"&Interaction", "[USERINPUT Message Var]"}, {"&Interaction", "[YESNOCANCEL Question Ans]"},
-        {"&Interaction", "[COMMAND Line]"}, {"&Interaction", "[WEBSOURCE URL Src]"},
-    };
     mnuFunctions = menuBar()->addMenu(QStringLiteral("F&unctions"));
     mnuFunctions->setToolTipsVisible(true);
-    mnuFunctions->setToolTip(kWizardsLater);
+    mnuFunctionsHelp = mnuFunctions->addAction(QStringLiteral("&Help on Statements"));
+    mnuFunctionsHelp->setObjectName(QStringLiteral("mnuFunctionsHelp"));
+    mnuFunctionsHelp->setCheckable(true);
+    mnuFunctionsHelp->setToolTip(QStringLiteral("When checked, an entry shows the help for its statement "
+                                                "instead of asking for it"));
+    mnuFunctions->addSeparator();
     QMap<QString, QMenu *> groups;
-    for (const Entry &entry : entries) {
-        const QString group = QLatin1String(entry.group);
-        if (!groups.contains(group)) {
-            groups[group] = mnuFunctions->addMenu(group);
-            groups[group]->setToolTipsVisible(true);
+    for (const hotkeys::WizardEntry &entry : hotkeys::Wizards()) {
+        if (!entry.function)
+            continue;
+        QString name = entry.handler;
+        name.remove(QStringLiteral("_Click"));
+        auto *action = new QAction(entry.caption, this);
+        action->setObjectName(name);
+        connect(action, &QAction::triggered, this, [this, entry] { runWizard(entry); });
+        if (entry.group == QLatin1String(hotkeys::kPickUpGroup)) {
+            mnuPUMouse << action;
+            continue;
         }
-        QAction *action = groups[group]->addAction(QLatin1String(entry.caption));
-        action->setEnabled(false);
-        action->setToolTip(kWizardsLater);
+        if (!groups.contains(entry.group))
+            groups[entry.group] = mnuFunctions->addMenu(entry.group);
+        groups[entry.group]->addAction(action);
+        mnuFunctionsWizards << action;
     }
+    mnuFunctionsComDiag = new QAction(QStringLiteral("[USERINPUT] &Common Dialog..."), this);
+    mnuFunctionsComDiag->setObjectName(QStringLiteral("mnuFunctionsComDiag"));
+    connect(mnuFunctionsComDiag, &QAction::triggered, this, &frmHotkeys::mnuFunctionsComDiag_Click);
+    QMenu *interaction = nullptr;
+    for (auto it = groups.cbegin(); it != groups.cend(); ++it)
+        if (QString(it.key()).remove(QLatin1Char('&')) == QLatin1String("Interaction"))
+            interaction = it.value();
+    if (!interaction)
+        interaction = mnuFunctions->addMenu(QStringLiteral("&Interaction"));
+    interaction->addAction(mnuFunctionsComDiag);
+
+    txtAction->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(txtAction, &QWidget::customContextMenuRequested, this, &frmHotkeys::showCodeMenu);
+}
+
+void frmHotkeys::showCodeMenu(const QPoint &pos)
+{
+    QMenu *menu = txtAction->createStandardContextMenu(pos);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (!mnuPUMouse.isEmpty()) {
+        menu->addSeparator();
+        QMenu *pickUp = menu->addMenu(QStringLiteral("&Mouse Pick-Up"));
+        pickUp->addActions(mnuPUMouse);
+    }
+    menu->popup(txtAction->viewport()->mapToGlobal(pos));
+}
+
+void frmHotkeys::runWizard(const hotkeys::WizardEntry &entry)
+{
+    const QString source = QStringLiteral("(Form) frmHotkeys::Sub ") + entry.handler;
+    handle(source.toUtf8().constData(), [this, &entry] {
+        hotkeys::WizardContext context;
+        context.macro = txtAction->code();
+        const QTextCursor caret = txtAction->textCursor();
+        context.caret = caret.position() + caret.blockNumber();  // CR LF counted as two
+        const hotkeys::HotkeyTable &t = hotkeys::table();
+        for (int n = 1; n <= t.HotkeyCount; ++n)
+            context.hotkeys << macro::HotkeyName{t.at(n).Keys, t.at(n).Description};
+        context.help = mnuFunctionsHelp->isChecked();
+        WizardDialogs dialogs(this, [this] { helpPage(kHelpPageMacros); });
+        const QStringList lines = entry.function(dialogs, context);
+        if (!lines.isEmpty())
+            pasteStatements(lines);
+    });
+}
+
+void frmHotkeys::mnuFunctionsComDiag_Click()
+{
+    handle("(Form) frmHotkeys::Sub mnuFunctionsComDiag_Click", [this] {
+        if (mnuFunctionsHelp->isChecked()) {
+            reader::ShowCommonDialogHelp();
+            return;
+        }
+        QString statement;
+        if (frmComDiag::Ask(this, [] { reader::ShowCommonDialogHelp(); }, statement))
+            pasteStatement(statement);
+    });
 }
 
 void frmHotkeys::handle(const char *source, const std::function<void()> &routine)
@@ -581,12 +628,28 @@ void frmHotkeys::pasteKey(const QString &text)
     txtAction->pasteText(text);
 }
 
-void frmHotkeys::pasteStatement(const QString &text)
+void frmHotkeys::pasteStatement(const QString &text) { pasteStatements(QStringList{text}); }
+
+void frmHotkeys::pasteStatements(const QStringList &lines)
 {
     txtAction->setFocus();
-    txtAction->pasteStatement(text, [this, text](const QString &code, int caret) {
-        Q_UNUSED(code);
-        return m_editor->insertIndent(caret, text.trimmed());
+    // The first line takes the indent of its place; the others keep theirs relative to it,
+    // as Format Code gives them ([ELSE] under its [IF], a body one step in).
+    QString block = lines.join(QStringLiteral("\r\n"));
+    hotkeys::IndentActions(block);
+    QList<int> relative;
+    for (const QString &line : block.split(QStringLiteral("\r\n"))) {
+        int blanks = 0;
+        while (blanks < line.size() && line.at(blanks) == QLatin1Char(' '))
+            ++blanks;
+        relative << blanks;
+    }
+    int first = 0, index = 0;
+    txtAction->pasteStatements(lines, [&](const QString &code, int caret, const QString &pasted) {
+        Q_UNUSED(code);  // the editor reads the box itself
+        if (index == 0)
+            first = m_editor->insertIndent(caret, pasted.trimmed());
+        return first + relative.value(index++);
     });
 }
 

@@ -3,6 +3,7 @@
 // recorded and run. The decisions are hotkeys::HotkeyEditor's; this window holds the
 // controls and forwards their events.
 #include "hotkeys/editor.h"
+#include "hotkeys/wizards.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -72,6 +73,10 @@ public:
     QAction *mnuInsertComment = nullptr;
     QAction *mnuInsertHotkey = nullptr;  // the next key combination pressed
     QMenu *mnuFunctions = nullptr;
+    QAction *mnuFunctionsHelp = nullptr;     // the help switch: a wizard shows its help instead
+    QList<QAction *> mnuFunctionsWizards;    // the wizards, named by their handlers
+    QAction *mnuFunctionsComDiag = nullptr;  // frmComDiag: a [USERINPUT] dialog string
+    QList<QAction *> mnuPUMouse;             // the code box's mouse pick-up entries
     QMenu *mnuFormat = nullptr;
     QAction *mnuFormatCheckCode = nullptr;
     QAction *mnuFormatCode = nullptr;
@@ -125,12 +130,18 @@ private:
     void buildMenus();
     void buildInsertMenu();
     void buildFunctionsMenu();
+    // The code box's pop-up menu: its edit entries and the mouse pick-up entries.
+    void showCodeMenu(const QPoint &pos);
+    // Runs a statement wizard with the program's dialogs and pastes the lines it gives.
+    void runWizard(const hotkeys::WizardEntry &entry);
+    void mnuFunctionsComDiag_Click();
     void connectControls();
     // Runs an editor routine under the failure report, then follows the file it names.
     void handle(const char *source, const std::function<void()> &routine);
     // Key text for the key field that has the focus, or statement keys for the code.
     void pasteKey(const QString &text);
     void pasteStatement(const QString &text);
+    void pasteStatements(const QStringList &lines);
     // The Hotkeys file watched for changes by other programs.
     void watchFile();
     bool keyFieldKey(QLineEdit *field, QKeyEvent *event);

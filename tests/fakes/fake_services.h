@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QMap>
+#include <QPoint>
 #include <QString>
 #include <QStringList>
 #include <deque>
@@ -146,6 +147,13 @@ public:
     {
         activated << className;
         return classes.contains(className);
+    }
+    QString classUnderPoints;  // what classAt answers anywhere
+    QList<QPoint> classAsked;  // points asked for, in order
+    QString classAt(int x, int y) override
+    {
+        classAsked << QPoint(x, y);
+        return classUnderPoints;
     }
 };
 

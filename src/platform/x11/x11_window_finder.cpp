@@ -124,6 +124,28 @@ bool WindowHasClass(Display *display, Window window, const QString &className)
     return ClassNameMatches(className, QString::fromUtf8(hint.res_name), QString::fromUtf8(hint.res_class));
 }
 
+// The WM_CLASS class of window or of the first window below it that has one, looked
+// for breadth first: a frame holds its client some levels down.
+QString ClassInside(Display *display, Window window)
+{
+    std::vector<Window> level{window};
+    for (int depth = 0; depth < kMaxTreeDepth && !level.empty(); ++depth) {
+        std::vector<Window> next;
+        for (Window w : level) {
+            XClassHint hint{};
+            if (XGetClassHint(display, w, &hint)) {
+                XMemory<char> name(hint.res_name), klass(hint.res_class);
+                if (hint.res_class && *hint.res_class)
+                    return QString::fromUtf8(hint.res_class);
+            }
+            const std::vector<Window> inner = Children(display, w);
+            next.insert(next.end(), inner.begin(), inner.end());
+        }
+        level = std::move(next);
+    }
+    return {};
+}
+
 Window ActiveWindow(Display *display, Window root)
 {
     const std::vector<Window> active = WindowList(display, root, AtomNamed(display, "_NET_ACTIVE_WINDOW"));
@@ -204,6 +226,22 @@ bool X11WindowFinder::activateWindowOfClass(const QString &className)
     qCDebug(lcX11Windows) << "window" << Qt::hex << found << "of class" << className
                           << (active ? "activated" : "not activated") << (ewmh ? "by the window manager" : "directly");
     return active;
+}
+
+QString X11WindowFinder::classAt(int x, int y)
+{
+    Display *display = d->connection.get();
+    if (!display)
+        return {};
+    ScopedErrorTrap trap(display);
+    const Window root = DefaultRootWindow(display);
+    int windowX = 0, windowY = 0;
+    Window top = 0;
+    if (!XTranslateCoordinates(display, root, root, x, y, &windowX, &windowY, &top) || !top)
+        return {};
+    const QString found = ClassInside(display, top);
+    qCDebug(lcX11Windows) << "window" << Qt::hex << top << "at" << Qt::dec << x << y << "has class" << found;
+    return found;
 }
 
 } // namespace platform::x11

@@ -19,6 +19,8 @@ public:
     // indication 2) and the answer is true once _NET_ACTIVE_WINDOW names it, within
     // kActivationWait. Without one, the window is raised and given the input focus.
     bool activateWindowOfClass(const QString &className) override;
+    // The WM_CLASS class of the client window in the frame under the point.
+    QString classAt(int x, int y) override;
 
 private:
     struct Private;
