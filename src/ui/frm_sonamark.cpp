@@ -33,6 +33,8 @@
 #include <QComboBox>
 #include <QCursor>
 #include <QDate>
+#include <QDir>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -138,7 +140,8 @@ void frmSonamark::buildMenus()
     QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
     documentMenus->addOpenSave(file);
     connect(file->addAction(QStringLiteral("Save To MP3")), &QAction::triggered, this, &frmSonamark::mnuFileMP3_Click);
-    later(file, QStringLiteral("Save Text To MP3"));
+    connect(file->addAction(QStringLiteral("Save Text To MP3")), &QAction::triggered, this,
+            &frmSonamark::mnuFileTextMP3_Click);
     connect(file->addAction(QStringLiteral("Convert Files To MP3")), &QAction::triggered, this,
             &frmSonamark::ShowConvertFiles);
     documentMenus->addPrinting(file);
@@ -333,6 +336,17 @@ void frmSonamark::mnuFormatFind_Click()
     m_find->show();
     m_find->raise();
     m_find->activateWindow();
+}
+
+void frmSonamark::mnuFileTextMP3_Click()
+{
+    const QString document = shell::app().CurrentFile;
+    if (document.isEmpty()) {
+        ShowReadToFile(QString());
+        return;
+    }
+    const QFileInfo info(document);
+    ShowReadToFile(info.dir().filePath(info.completeBaseName() + QStringLiteral(".mp3")));
 }
 
 void frmSonamark::ShowReadToFile(const QString &target)

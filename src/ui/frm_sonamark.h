@@ -88,6 +88,9 @@ private:
     void mnuFormatFind_Click();
     // "Save To MP3": the read-to-file dialog, modal.
     void mnuFileMP3_Click() { ShowReadToFile(QString()); }
+    // "Save Text To MP3": the same, with the name of an MP3 beside the open document
+    // filled in (none without a document).
+    void mnuFileTextMP3_Click();
     void mnuHelpStartup_Click();
     void mnuHelpSystemCheck_Click();
     void mnuHelpDeskTop_Click();

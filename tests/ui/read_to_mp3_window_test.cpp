@@ -10,6 +10,7 @@
 #include "ui/frm_vb_lame.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
@@ -120,6 +121,34 @@ TEST_F(ReadToMp3WindowTest, ShowsItsControlsAndLists)
             for (QAction *entry : a->menu()->actions())
                 offered |= entry->text() == QLatin1String("Save To MP3") && entry->isEnabled();
     EXPECT_TRUE(offered);
+}
+
+TEST_F(ReadToMp3WindowTest, SaveTextToMp3OffersAnMp3BesideTheOpenDocument)
+{
+    QAction *entry = nullptr;
+    for (QAction *a : window->menuBar()->actions())
+        if (a->text() == QLatin1String("&File"))
+            for (QAction *e : a->menu()->actions())
+                if (e->text() == QLatin1String("Save Text To MP3"))
+                    entry = e;
+    ASSERT_NE(entry, nullptr);
+    ASSERT_TRUE(entry->isEnabled());
+    // What the modal dialog shows, read as it opens; then it is closed.
+    const auto offered = [&] {
+        QString shown = QStringLiteral("(no dialog)");
+        QTimer::singleShot(0, [&] {
+            if (auto *opened = qobject_cast<ui::frmVBLame *>(QApplication::activeModalWidget())) {
+                shown = opened->txtOutputMp3File->text();
+                opened->close();
+            }
+        });
+        entry->trigger();
+        return shown;
+    };
+    shell::app().CurrentFile = dir.filePath("notes/Letter to Ann.rtf");
+    EXPECT_EQ(offered(), dir.filePath("notes/Letter to Ann.mp3"));
+    shell::app().CurrentFile.clear();
+    EXPECT_EQ(offered(), QString());  // no document: the name is asked for, as Save To MP3 does
 }
 
 TEST_F(ReadToMp3WindowTest, CancelInEachPhaseThenAWholeRun)
