@@ -18,6 +18,21 @@ const QChar kQuote = QLatin1Char('"');
 
 } // namespace
 
+QString helpWord(int command) { return macro::Commands().at(command - 1); }
+
+std::function<bool(QString &)> Typed(WizardAsker &ask, const QString &title, const QString &prompt)
+{
+    return [&ask, title, prompt](QString &operand) { return AskLiteral(ask, title, prompt, operand); };
+}
+
+std::function<bool(QString &)> Named(WizardAsker &ask, const QString &title, const QString &prompt,
+                                     const QString &defaultText)
+{
+    return [&ask, title, prompt, defaultText](QString &operand) {
+        return AskName(ask, title, prompt, operand, defaultText);
+    };
+}
+
 bool ShowsHelp(WizardAsker &ask, const WizardContext &context, const QString &statement)
 {
     if (!context.help)

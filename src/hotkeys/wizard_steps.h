@@ -17,6 +17,9 @@ inline constexpr int kYesNo = 4;
 // Judges a typed answer: "" to take it, else the refusal shown before the question comes back.
 using Validator = std::function<QString(const QString &answer)>;
 
+// The statement word of a command code, as help looks it up: "[COPYFILE ".
+QString helpWord(int command);
+
 // With the help switch on: shows the statement's help and answers true (the wizard ends).
 bool ShowsHelp(WizardAsker &ask, const WizardContext &context, const QString &statement);
 
@@ -36,6 +39,10 @@ bool AskName(WizardAsker &ask, const QString &title, const QString &prompt, QStr
 // A text holding a double quote is refused: a literal cannot hold one.
 bool AskLiteral(WizardAsker &ask, const QString &title, const QString &prompt, QString &literal,
                 const QString &defaultText = QString());
+// AskLiteral and AskName as operand steps of AskStringOrVariable.
+std::function<bool(QString &)> Typed(WizardAsker &ask, const QString &title, const QString &prompt);
+std::function<bool(QString &)> Named(WizardAsker &ask, const QString &title, const QString &prompt,
+                                     const QString &defaultText = QString());
 // The file dialog; the name comes back in double quotes. A name whose extension is none
 // of accepted gets appendExtension.
 bool AskFile(WizardAsker &ask, const QString &title, const QString &filter, bool save, QString &literal,

@@ -15,7 +15,6 @@ constexpr double kFirstClip = 1;
 constexpr double kLastClip = 5;
 const QString kClipVariablePrompt = QStringLiteral("Enter a variable to hold the clip, e.g. CLIPVAR");
 
-QString helpWord(int command) { return macro::Commands().at(command - 1); }
 
 bool AskClipNumber(WizardAsker &ask, const QString &title, QString &clip)
 {

@@ -21,7 +21,6 @@ constexpr double kWaitShortest = 0.1;   // seconds
 constexpr double kWaitLongest = 3600.0; // seconds
 constexpr int kHoursOnDial = 12;
 
-QString helpWord(int command) { return macro::Commands().at(command - 1); }
 
 // True when a [LOOP ...] before caret is still open there: the loops and ends are
 // counted backwards from the caret, so a closed inner loop is passed by.

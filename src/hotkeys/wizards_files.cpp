@@ -18,7 +18,6 @@ constexpr int kHighestFileId = 9;
 const QString kRenameVariable = QStringLiteral("IRENAME");
 const QString kFilenamePrompt = QStringLiteral("Enter a variable that will hold the filename");
 
-QString helpWord(int command) { return macro::Commands().at(command - 1); }
 
 // A file id: a whole number 1 to 9, or (withName) a variable name.
 Validator FileId(bool withName)
@@ -51,20 +50,6 @@ Validator NameBesideId(const QString &id, const QString &same)
 bool HasOpen(const QString &macro, const QString &id)
 {
     return macro.toUpper().contains(QStringLiteral("[OPEN ") + id.toUpper() + QLatin1Char(' '));
-}
-
-// Typed text as a literal, with the title of its input box.
-std::function<bool(QString &)> Typed(WizardAsker &ask, const QString &title, const QString &prompt)
-{
-    return [&ask, title, prompt](QString &operand) { return AskLiteral(ask, title, prompt, operand); };
-}
-
-std::function<bool(QString &)> Named(WizardAsker &ask, const QString &title, const QString &prompt,
-                                     const QString &defaultText = QString())
-{
-    return [&ask, title, prompt, defaultText](QString &operand) {
-        return AskName(ask, title, prompt, operand, defaultText);
-    };
 }
 
 // The start position of [FINDSTRING]: a whole number from 1 to the length of a literal

@@ -16,20 +16,6 @@ const QString kComspec = QStringLiteral("COMSPEC");
 constexpr double kLongestAnswerWait = 3599;  // seconds; 3600 and more is no time limit
 const QString kAnswerVariable = QStringLiteral("ANS");
 
-QString helpWord(int command) { return macro::Commands().at(command - 1); }
-
-std::function<bool(QString &)> Typed(WizardAsker &ask, const QString &title, const QString &prompt)
-{
-    return [&ask, title, prompt](QString &operand) { return AskLiteral(ask, title, prompt, operand); };
-}
-
-std::function<bool(QString &)> Named(WizardAsker &ask, const QString &title, const QString &prompt,
-                                     const QString &defaultText = QString())
-{
-    return [&ask, title, prompt, defaultText](QString &operand) {
-        return AskName(ask, title, prompt, operand, defaultText);
-    };
-}
 
 // The line, pasted when its checker finds nothing or the user goes on.
 QStringList Checked(WizardAsker &ask, int command, const QString &line, const QString &title)

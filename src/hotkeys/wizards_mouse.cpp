@@ -18,7 +18,6 @@ namespace {
 const QString kDoubleClickPause = QStringLiteral("[WAIT .2]");
 const QString kZoneTitle = QStringLiteral("CLICKZONE");
 
-QString helpWord(int command) { return macro::Commands().at(command - 1); }
 
 bool IsWholeNumber(const QString &text) { return IsPlainNumber(text) && !text.contains(QLatin1Char('.')); }
 

@@ -28,6 +28,7 @@ public:
         printed << text();
         return {reader::PrintOutcome::Printed, {}};
     }
+    bool canPrint() const override { return true; }
 };
 
 class ReaderStatementTest : public MacroRunTest {
