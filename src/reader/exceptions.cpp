@@ -28,56 +28,110 @@ QString lowered(const QString &text)
     return out;
 }
 
-// Only "a" to "z" count as letters for the word boundary test; the end of the text
-// is no letter.
-bool isLetter(const QString &lowerText, qsizetype index)
-{
-    if (index < 0 || index >= lowerText.size())
-        return false;
-    const QChar c = lowerText.at(index);
-    return c >= QLatin1Char('a') && c <= QLatin1Char('z');
-}
+// However the pairs of a list feed one another, a rewrite leaves the text at most this
+// many times as long as it came in, plus some room for short texts.
+constexpr qsizetype kMostGrowth = 16;
+constexpr qsizetype kGrowthRoom = 65536;
+
+qsizetype growthLimit(const QString &text) { return text.size() * kMostGrowth + kGrowthRoom; }
 
 // Replaces whole-word occurrences of from by to, scanning as the exceptions do: the
 // next search starts the length of from behind the hit, whatever was put there. Returns
 // true when something was replaced.
 //
-// A change that holds its own word behind a blank would be found again and again; since
-// every real occurrence takes at least one character of the text as it came in, the scan
-// stops after that many replacements.
-bool rewrite(QString &text, const QString &from, const QString &to)
+// The scan only moves forward, so the text is rebuilt in one pass: the text as it stands
+// is head (done, ending with the change put in last) followed by what is left of the
+// source behind taken. Searches and the letter tests read lower-cased copies that are
+// made once and extended with the changes.
+//
+// A hit that lies wholly inside the change put in just before is a change that holds its
+// own word ("US" to "the US"): replacing it puts the same change in at the same distance
+// again, and the scan as written would never end. Such a hit is left as it is and the
+// scan goes on behind it, so the word is still replaced everywhere else. Every other
+// replacement uses up at least one character of the source. The scan also stops before a
+// replacement would take the text beyond limit characters.
+bool rewrite(QString &text, const QString &from, const QString &to, qsizetype limit)
 {
     if (from.isEmpty())
         return false;
     const QString needle = lowered(from);
+    const QString changeLower = lowered(to);
     const qsizetype width = from.size();
-    qsizetype budget = text.size();
+    const QString source = text;
+    const QString sourceLower = lowered(source);
+    QString head;
+    QString headLower;
+    qsizetype taken = 0;  // source characters that stand in head (replaced or copied)
+    const auto length = [&] { return head.size() + source.size() - taken; };
+    const auto lowerAt = [&](qsizetype i) {
+        return i < head.size() ? headLower.at(i) : sourceLower.at(taken + i - head.size());
+    };
+    // Only "a" to "z" count as letters for the word boundary test; the end of the text
+    // is no letter.
+    const auto isLetter = [&](qsizetype i) {
+        if (i < 0 || i >= length())
+            return false;
+        const QChar c = lowerAt(i);
+        return c >= QLatin1Char('a') && c <= QLatin1Char('z');
+    };
     bool replaced = false;
     qsizetype start = 0;  // 0-based search start (s - 1)
     // The loop runs while s (1-based) is below the length.
-    while (start + 1 < text.size()) {
-        const QString lower = lowered(text);
-        const qsizetype hit = lower.indexOf(needle, start);
+    while (start + 1 < length()) {
+        qsizetype hit = -1;
+        if (start < head.size()) {
+            // A hit in the last change, else one that begins in it and runs on into the
+            // source, comes before any hit in the source.
+            hit = headLower.indexOf(needle, start);
+            if (hit < 0) {
+                const qsizetype from = qMax(start, head.size() - width + 1);
+                QString window = headLower.sliced(from);
+                window.append(QStringView(sourceLower).mid(taken, width - 1));
+                const qsizetype at = window.indexOf(needle);
+                if (at >= 0)
+                    hit = from + at;
+            }
+        }
+        if (hit < 0) {
+            const qsizetype at = sourceLower.indexOf(needle, taken + qMax<qsizetype>(0, start - head.size()));
+            if (at >= 0)
+                hit = head.size() + at - taken;
+        }
         if (hit < 0)
             break;
         const qsizetype behind = hit + width;
-        const bool nextIsLetter = isLetter(lower, behind);
-        const bool restEmpty = behind >= text.size();
+        const bool nextIsLetter = isLetter(behind);
+        const bool restEmpty = behind >= length();
         bool replace;
         if (hit == 0)
             replace = !nextIsLetter;
-        else if (isLetter(lower, hit - 1))
+        else if (isLetter(hit - 1))
             replace = false;
         else
             replace = restEmpty || !nextIsLetter;
+        if (behind <= head.size())
+            replace = false;  // inside the change put in just before: see above
         if (replace) {
-            text.replace(hit, width, to);
-            replaced = true;
-            if (--budget <= 0)
+            if (length() - width + to.size() > limit)
                 break;
+            if (hit < head.size()) {
+                taken += behind - head.size();
+                head.truncate(hit);
+                headLower.truncate(hit);
+            } else {
+                const qsizetype copied = hit - head.size();
+                head += QStringView(source).mid(taken, copied);
+                headLower += QStringView(sourceLower).mid(taken, copied);
+                taken += copied + width;
+            }
+            head += to;
+            headLower += changeLower;
+            replaced = true;
         }
         start = behind;
     }
+    if (replaced)
+        text = head.append(QStringView(source).mid(taken));
     return replaced;
 }
 
@@ -177,15 +231,17 @@ void MakeExceptions(QString &text)
     ExceptionsState &state = exceptionsState();
     if (!state.ExceptionsOn || state.ExceptionCount() == 0)
         return;
+    const qsizetype limit = growthLimit(text);
     for (const ExceptionRec &rec : std::as_const(state.Exceptions))
-        if (rewrite(text, rec.Word, rec.Change))
+        if (rewrite(text, rec.Word, rec.Change, limit))
             state.ExceptionsMade = true;
 }
 
 void UnmakeText(QString &text)
 {
+    const qsizetype limit = growthLimit(text);
     for (const ExceptionRec &rec : std::as_const(exceptionsState().Exceptions))
-        rewrite(text, rec.Change, rec.Word);
+        rewrite(text, rec.Change, rec.Word, limit);
 }
 
 void UnmakeExceptions()

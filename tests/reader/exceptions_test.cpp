@@ -62,6 +62,62 @@ TEST_F(ExceptionsTest, ChangeHoldingItsOwnWordEnds)
     EXPECT_LT(text.size(), 100);
 }
 
+TEST_F(ExceptionsTest, ChainedPairsRewriteEachOthersChangesInFull)
+{
+    setPairs({{"Dr", "Doc"}, {"Doc", "Doctor"}});
+    EXPECT_EQ(made("Dr Who and doc Brown"), "Doctor Who and Doctor Brown");
+    // Each pair fans a word out into four: two words become eight, then thirty-two.
+    setPairs({{"a", "b b b b"}, {"b", "c c c c"}});
+    EXPECT_EQ(made("a a"), QStringList(32, "c").join(' '));
+    // A change with its own word inside is put in once where the word was found, and
+    // the word is still rewritten further on.
+    setPairs({{"US", "the US"}});
+    EXPECT_EQ(made("US and US"), "the US and the US");
+}
+
+TEST_F(ExceptionsTest, PairsFeedingEachOtherStayBounded)
+{
+    // Each pair multiplies the words by eight: a thousand words would become hundreds
+    // of millions after six pairs.
+    Pairs pairs;
+    for (int i = 0; i < 3; ++i)
+        pairs << ExceptionRec{"a", "b b b b b b b b"} << ExceptionRec{"b", "a a a a a a a a"};
+    setPairs(pairs);
+    const QString in = QStringList(1000, "a").join(' ');
+    const QString out = made(in);
+    EXPECT_GT(out.size(), 8 * in.size());
+    EXPECT_LT(out.size(), 200000);
+    EXPECT_TRUE(out.startsWith("a a a a a a a a a a a"));  // the second pair has run
+}
+
+TEST_F(ExceptionsTest, FuzzedListOfSelfRepeatingChangesStaysBounded)
+{
+    // An 88-byte "exceptions.txt" of the kind fuzzing found (it took the rewrite minutes),
+    // each change holding its word five times, run as the fuzz target runs it: read, made
+    // and unmade on the target's sentence.
+    QFile file(QStringLiteral(SONAMARK_READER_TEST_DATA "/exceptions_blowup.txt"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray content = file.readAll();
+    ASSERT_EQ(content.size(), 88);
+    bool ok = false;
+    setPairs(ParseExceptions(QString::fromLatin1(content), &ok));
+    ASSERT_TRUE(ok);
+    ASSERT_EQ(exceptionsState().ExceptionCount(), 3);
+    const QString in = "The quick brown fox, Sonamark's reader; jumps over 12 lazy dogs.\r\nNew line: fox!";
+    QString text = in;
+    MakeExceptions(text);
+    // Each pair turns every "fox" that stood in the text before it into five: the two
+    // of the sentence become 250, and the rest of the sentence stays.
+    EXPECT_EQ(text.count("fox"), 250);
+    EXPECT_LT(text.size(), 1200);
+    EXPECT_TRUE(text.startsWith("The quick brown fox fox fox fox fox!"));
+    EXPECT_TRUE(text.contains(", Sonamark's reader; jumps over 12 lazy dogs.\r\nNew line: fox"));
+    const qsizetype madeSize = text.size();
+    UnmakeText(text);
+    EXPECT_LT(text.size(), madeSize);
+    EXPECT_TRUE(text.contains(", Sonamark's reader; jumps over 12 lazy dogs.\r\nNew line: fox"));
+}
+
 TEST_F(ExceptionsTest, FileFormatReadsQuotedPairsAndSkipsEmptyFields)
 {
     bool ok = false;
