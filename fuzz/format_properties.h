@@ -113,22 +113,23 @@ inline QString BrokenFormatProperty(const QString &macro)
 {
     const QString once = Formatted(macro);
     const QString twice = Formatted(once);
-    const QString head = QStringLiteral("macro %1\nformatted %2\n").arg(Shown(macro), Shown(once));
+    // The texts are quoted only for a failure, not for every text that passes.
+    const auto head = [&] { return QStringLiteral("macro %1\nformatted %2\n").arg(Shown(macro), Shown(once)); };
     if (twice != once)
-        return head + QStringLiteral("formatting again gives %1").arg(Shown(twice));
+        return head() + QStringLiteral("formatting again gives %1").arg(Shown(twice));
 
     const Parse before = Parsed(macro);
     const Parse after = Parsed(once);
     if (before != after)
-        return head + QStringLiteral("the parse changed: ") + firstDifference(before, after);
+        return head() + QStringLiteral("the parse changed: ") + firstDifference(before, after);
 
     const Check checkedBefore = Checked(macro);
     const Check checkedAfter = Checked(once);
     if (checkedBefore.messages != checkedAfter.messages)
-        return head + QStringLiteral("the check changed: %1\nthen %2")
+        return head() + QStringLiteral("the check changed: %1\nthen %2")
                           .arg(Shown(checkedBefore.messages), Shown(checkedAfter.messages));
     if (checkedBefore.errorLines != checkedAfter.errorLines)
-        return head + QStringLiteral("the error lines changed: %1, then %2")
+        return head() + QStringLiteral("the error lines changed: %1, then %2")
                           .arg(joined(checkedBefore.errorLines), joined(checkedAfter.errorLines));
     return {};
 }

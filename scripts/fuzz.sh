@@ -3,6 +3,7 @@
 # one target or all of them, one after another, printing executions, coverage and
 # findings for each.
 # Usage: scripts/fuzz.sh [TARGET|all] [SECONDS]   (default: all, 60 seconds each)
+# CMAKE_BUILD_PARALLEL_LEVEL sets the build's job count (default: every core).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 target=${1:-all}
@@ -18,7 +19,7 @@ fi
   -DCMAKE_CXX_COMPILER=clang++ -DSONAMARK_FUZZ=ON -DSONAMARK_BUILD_TESTS=OFF -DSONAMARK_BUILD_BENCH=OFF >/dev/null
 targets=("${all[@]}")
 [ "$target" != all ] && targets=("$target")
-cmake --build build-fuzz -j "$(nproc)" --target "${targets[@]}"
+cmake --build build-fuzz -j "${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}" --target "${targets[@]}"
 
 export ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=1
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1

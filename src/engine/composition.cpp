@@ -81,6 +81,12 @@ bool IsHOTKEYcommand()
 // (the included macro on top of the rest of the list it was included into). This
 // gives the same lines, line numbers and scan count as copying the tail of Actions
 // at every inclusion, without the quadratic copying.
+//
+// A macro that comes back to itself (a range of it is still pending when it is included
+// again) expands without end: what the scan did from the first inclusion of it to the
+// second depends only on the macros' lines, so it does the same again and again, with no
+// message on the way, until the scan limit is passed. The scan gives the limit's message
+// at once when it sees that.
 QString InsertHOTKEYcode()
 {
     shell::Routine routine("(Module) modHotkeys::Function InsertHOTKEYcode");
@@ -88,14 +94,19 @@ QString InsertHOTKEYcode()
         const macro::ActionList *lines;
         qsizetype from;
         qsizetype to;
+        int macroIndex;  // 0 for the list being composed
     };
     MacroRunState &s = runState();
     const macro::ActionList original = s.Actions;
     std::map<int, macro::ActionList> included;  // macro number -> its lines
-    std::vector<Range> pending{{&original, 0, original.size()}};
+    std::vector<Range> pending{{&original, 0, original.size(), 0}};
     macro::ActionList done;
     done.reserve(original.size());
     qint64 scanned = 0;
+    const auto tooManyLines = [&] {
+        s.Actions = done;
+        return QStringLiteral("FATAL ERROR Too many lines of macro code");
+    };
 
     while (!pending.empty()) {
         Range &range = pending.back();
@@ -104,10 +115,8 @@ QString InsertHOTKEYcode()
             continue;
         }
         const macro::ActionLine &line = (*range.lines)[range.from];
-        if (++scanned > kMaxCompositionLines) {
-            s.Actions = done;
-            return QStringLiteral("FATAL ERROR Too many lines of macro code");
-        }
+        if (++scanned > kMaxCompositionLines)
+            return tooManyLines();
         if (!beginsWithHotkey(line.Text)) {
             done << line;
             ++range.from;
@@ -130,7 +139,10 @@ QString InsertHOTKEYcode()
             found = included.emplace(macroIndex, std::move(lines)).first;
         }
         ++range.from;  // the [HOTKEY n] line itself is replaced
-        pending.push_back({&found->second, 0, found->second.size()});
+        for (const Range &open : pending)
+            if (open.macroIndex == macroIndex)
+                return tooManyLines();
+        pending.push_back({&found->second, 0, found->second.size(), macroIndex});
     }
     s.Actions = done;
     qCDebug(lcComposition) << "composed" << done.size() << "lines," << scanned << "scanned";

@@ -11,15 +11,13 @@
 #include "macro/variables.h"
 #include "shell/delay.h"
 
-#include <QThread>
-
 namespace engine {
 
 namespace {
 
 const QString kAborted = QStringLiteral("WAIT aborted by user");
 constexpr double kDateStepSeconds = 1.0;  // ESC_DelayDate sleeps this long between looks
-constexpr unsigned long kWaitNapMs = 1;   // ESC_DelayTime naps this long between looks
+constexpr double kWaitNapSeconds = 0.001;  // ESC_DelayTime naps this long between looks
 
 // Clears the abort latch and tells whether it was set.
 bool takeAbort()
@@ -112,7 +110,7 @@ bool ESC_DelayTime(double seconds)
             return false;
         DoEvents();
         // A short nap between looks keeps the wait from taking a whole core.
-        QThread::msleep(kWaitNapMs);
+        shell::Delay(kWaitNapSeconds);
     }
     return true;
 }

@@ -45,7 +45,7 @@ void IndentActions(QString &text)
     while (i < n) {
         const QChar c = src.at(i);
         if (!lineEndAt(src, i)) {
-            if (i + 5 < n && opensLevel(QStringView(upper).mid(i)))
+            if (c == QLatin1Char('[') && i + 5 < n && opensLevel(QStringView(upper).mid(i)))
                 indent += kIndentStep;
             out += c;
             ++i;

@@ -3,6 +3,8 @@
 #include "macro/macro_text.h"
 #include "macro/variables.h"
 
+#include <QVarLengthArray>
+
 namespace macro {
 
 namespace {
@@ -91,11 +93,20 @@ QString CanonicalStatement(int code)
 int WhichCommand(const QString &line)
 {
     const QString up = line.toUpper();
-    if (up.contains(QLatin1Char('['))) {  // every row starts with "["
-        const QStringList &rows = table();
-        for (int i = 0; i < kCommandCount; ++i)
-            if (up.contains(rows.at(i)))
-                return i + 1;
+    // The first row, in table order, found anywhere in the line. Every row starts with
+    // "[", so only the places of "[" are compared.
+    QVarLengthArray<qsizetype, 4> brackets;
+    for (qsizetype at = up.indexOf(QLatin1Char('[')); at >= 0; at = up.indexOf(QLatin1Char('['), at + 1))
+        brackets << at;
+    if (!brackets.isEmpty()) {
+        const QStringView view(up);
+        for (int i = 0; i < kCommandCount; ++i) {
+            const QLatin1String row(kRows[i].match);
+            for (const qsizetype at : brackets)
+                if (at + 1 < view.size() && view.at(at + 1) == QLatin1Char(row.at(1))
+                    && view.sliced(at).startsWith(row))
+                    return i + 1;
+        }
     }
     const int p = InStr(line, QStringLiteral("="));
     if (p < 3)

@@ -46,6 +46,26 @@ TEST_F(EngineTest, SelfInclusionHitsTheScanLimit)
     EXPECT_FALSE(runState().MacroRunning);
 }
 
+TEST_F(EngineTest, MacrosIncludingEachOtherHitTheScanLimitBeforeLaterLines)
+{
+    // 1 -> 2 -> 3 -> 2 ...: the unknown macro behind the first inclusion is never reached.
+    const int n = addMacro(QStringLiteral("Main"), QStringLiteral("a\r\n[HOTKEY 2]\r\n[HOTKEY 99]"));
+    addMacro(QStringLiteral("Two"), QStringLiteral("b\r\n[HOTKEY \"three\"]"));
+    addMacro(QStringLiteral("Three"), QStringLiteral("[HOTKEY 2]\r\nc"));
+    EXPECT_EQ(RunMacro(n), QStringLiteral("FATAL ERROR Too many lines of macro code"));
+    EXPECT_TRUE(fakes.keys.sent.isEmpty());
+}
+
+TEST_F(EngineTest, AMacroIncludedManyTimesOverIsNoLoop)
+{
+    addMacro(QStringLiteral("Main"), QStringLiteral("[HOTKEY 2]\r\n[HOTKEY 2]\r\n[HOTKEY 3]"));
+    addMacro(QStringLiteral("Two"), QStringLiteral("[HOTKEY 3]\r\nt\r\n[HOTKEY 3]"));
+    addMacro(QStringLiteral("Three"), QStringLiteral("x"));
+    ASSERT_EQ(ParseActions(1), QString());
+    ASSERT_EQ(InsertHOTKEYcode(), QString());
+    EXPECT_EQ(actionTexts(), (QStringList{"x", "t", "x", "x", "t", "x", "x"}));
+}
+
 TEST_F(EngineTest, CompositionMessagesNameTheLine)
 {
     addMacro(QStringLiteral("Main"), QStringLiteral("# c\r\na\r\n[HOTKEY 9]"));

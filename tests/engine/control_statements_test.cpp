@@ -229,10 +229,15 @@ TEST_F(ControlTest, WaitIsNotCountedAgainstTheTimeOut)
     // The clock moves 1 s on each look; [WAIT 100] outlasts a one-minute limit.
     double clock = 1000;
     SetMacroClock([&] { return clock += 1; });
+    // The naps between looks are the program's delays, which a test can stand in for.
+    QList<int> naps;
+    shell::SetDelaySleeper([&](int ms) { naps << ms; });
     EXPECT_EQ(run({"[TIMEOUT=1]", "[WAIT 100]", "a", "[WAIT 100]", "b"}), QString());
     EXPECT_EQ(typed(), keys({"a", "b"}));
     EXPECT_GT(clock, 1200);
     EXPECT_FALSE(runState().WaitInProgress);
+    EXPECT_GE(naps.size(), 200);
+    EXPECT_EQ(naps.count(1), naps.size());  // a millisecond each
 
     // Without the waits the same time runs the macro out.
     fakes.keys.sent.clear();

@@ -18,22 +18,28 @@ struct Element {
 
 class Builder {
 public:
-    explicit Builder(const QString &original) : m_original(original) {}
+    explicit Builder(const QString &original) : m_original(original)
+    {
+        // Plain text is copied one for one; room for some mark-up besides.
+        m_out.ssml.reserve(original.size() + 64);
+        m_out.origin.reserve(original.size() + 64);
+    }
 
     void emitText(QChar c, int from)
     {
         switch (c.unicode()) {
-        case '&': put(QStringLiteral("&amp;"), from); break;
-        case '<': put(QStringLiteral("&lt;"), from); break;
-        case '>': put(QStringLiteral("&gt;"), from); break;
-        default: put(QString(c), from);
+        case '&': put(u"&amp;", from); break;
+        case '<': put(u"&lt;", from); break;
+        case '>': put(u"&gt;", from); break;
+        default:
+            m_out.ssml += c;
+            m_out.origin << from;
         }
     }
-    void put(const QString &s, int from)
+    void put(QStringView s, int from)
     {
         m_out.ssml += s;
-        for (qsizetype i = 0; i < s.size(); ++i)
-            m_out.origin << from;
+        m_out.origin.insert(m_out.origin.size(), s.size(), from);
     }
     void open(const QString &sapi, const QString &openTag, const QString &closeTag, int from)
     {
@@ -110,7 +116,8 @@ void Translate(Builder &b, QString body, int from)
         body = body.mid(1);
     if (body.endsWith(QLatin1Char('/')))
         body.chop(1);
-    const QString name = body.section(QRegularExpression(QStringLiteral("\\s+")), 0, 0).toUpper();
+    static const QRegularExpression blanks(QStringLiteral("\\s+"));
+    const QString name = body.section(blanks, 0, 0).toUpper();
     if (closing) {
         b.close(name, from);
         return;
