@@ -5,6 +5,7 @@
 #   scripts/test.sh --sanitize [CTEST ARGS]  the unit and widget tests built with the
 #                                            address and undefined behaviour sanitizers
 #                                            in build-asan/ (the end-to-end tests are left out)
+# CMAKE_BUILD_PARALLEL_LEVEL sets the sanitizer build's job count (default: every core).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export QT_LOGGING_RULES="${QT_LOGGING_RULES:-*.debug=false}"
@@ -16,7 +17,7 @@ if [ "${1:-}" = "--sanitize" ]; then
   bash scripts/install-deps.sh
   [ -f build-asan/CMakeCache.txt ] || cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug \
     -DSONAMARK_SANITIZE=ON -DSONAMARK_BUILD_BENCH=OFF >/dev/null
-  cmake --build build-asan -j "$(nproc 2>/dev/null || echo 2)"
+  cmake --build build-asan -j "${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc 2>/dev/null || echo 2)}"
   export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1"
   export LSAN_OPTIONS="suppressions=$PWD/tests/sanitizer/lsan.supp:print_suppressions=0"
   export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1:suppressions=$PWD/tests/sanitizer/ubsan.supp"

@@ -10,6 +10,8 @@
 
 #include <QLoggingCategory>
 #include <QVarLengthArray>
+#include <limits>
+#include <stdexcept>
 
 namespace macro {
 
@@ -317,8 +319,14 @@ int GetANDORVal(QStringView text, QString &message)
     for (const QChar c : text)
         chars.append(UpperChar(c));
     const QStringView body = QStringView(chars.constData(), chars.size()).mid(front ? 1 : 0);
-    if (!body.contains(QLatin1String(" AND ")) && !body.contains(QLatin1String(" OR ")))
-        return static_cast<int>(RoundEven(Val1(body)));
+    if (!body.contains(QLatin1String(" AND ")) && !body.contains(QLatin1String(" OR "))) {
+        // A number beyond the integer's range overflows: an unforeseen fault for the
+        // routine's reporter, as any overflow is.
+        const double value = RoundEven(Val1(body));
+        if (!(value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max()))
+            throw std::overflow_error("Overflow");
+        return static_cast<int>(value);
+    }
     if (chars.back() != QLatin1Char(' ')) {
         const QStringView orEnd(u" OR ");
         chars.append(orEnd.data(), orEnd.size());

