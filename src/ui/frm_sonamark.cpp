@@ -59,7 +59,8 @@ const char *const kHelpPages[] = {
     "5) The Spell Checker", "6) Read To MP3", "7) Clipboard Overview", "8) The Multi-Clipboard",
     "9) Selecting Text", "10) Hotkeys Macros", "11) Hotkeys Editor"};
 
-// An entry whose feature is not part of this build yet: shown, but disabled.
+// An entry that is wired up and enabled later, once what it opens is connected (the
+// Hotkeys entries, the tray's Talk, Pause and Stop): disabled until then.
 QAction *later(QMenu *menu, const QString &caption)
 {
     QAction *action = menu->addAction(caption);
