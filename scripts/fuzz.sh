@@ -1,13 +1,20 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets with clang, libFuzzer, ASan and UBSan in build-fuzz/ and runs
-# one target or all of them, one after another, printing executions, coverage and
+# one target or all of them, one after another, printing executions, time, coverage and
 # findings for each.
-# Usage: scripts/fuzz.sh [TARGET|all] [SECONDS]   (default: all, 60 seconds each)
-# CMAKE_BUILD_PARALLEL_LEVEL sets the build's job count (default: every core).
+# Usage: scripts/fuzz.sh [TARGET|all] [SECONDS | --runs N]
+#   (default: all, 60 seconds each; --runs N runs each target for N executions instead)
+# CMAKE_BUILD_PARALLEL_LEVEL sets the build's job count (default: every core);
+# FUZZ_FLAGS adds libFuzzer options, e.g. FUZZ_FLAGS=-max_len=1024.
+# Each target runs from a copy of its binary, so rebuilding during a long run is safe.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 target=${1:-all}
-seconds=${2:-60}
+limit=(-max_total_time="${2:-60}")
+if [ "${2:-}" = --runs ]; then
+  [[ "${3:-}" =~ ^[0-9]+$ ]] || { echo "usage: $0 [TARGET|all] [SECONDS | --runs N]" >&2; exit 2; }
+  limit=(-runs="$3")
+fi
 all=(rtf_fuzz hotkeys_file_fuzz options_fuzz exceptions_fuzz sapi_fuzz macro_fuzz wav_fuzz check_format_fuzz folder_history_fuzz)
 
 bash scripts/install-deps.sh
@@ -33,11 +40,17 @@ for t in "${targets[@]}"; do
   mkdir -p "$corpus" "$findings"
   dict=(); [ -f "fuzz/$name.dict" ] && dict=(-dict="fuzz/$name.dict")
   log=build-fuzz/$name.log
+  bin=build-fuzz/running/$t.$$
+  mkdir -p build-fuzz/running && cp "build-fuzz/fuzz/$t" "$bin"
+  start=$(date +%s)
   set +e
-  "build-fuzz/fuzz/$t" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=4096 -print_final_stats=1 \
+  # shellcheck disable=SC2086
+  "$bin" "${limit[@]}" ${FUZZ_FLAGS:-} -timeout=10 -rss_limit_mb=4096 -print_final_stats=1 \
     -artifact_prefix="$findings/" "${dict[@]}" "$corpus" "$seeds" >"$log" 2>&1
   rc=$?
   set -e
+  rm -f "$bin"
+  seconds=$(( $(date +%s) - start )); [ "$seconds" -gt 0 ] || seconds=1
   runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || echo '?')
   cov=$(grep -o 'cov: [0-9]*' "$log" | tail -1 | grep -o '[0-9]*' || echo '?')
   found=$(find "$findings" -type f | wc -l)
