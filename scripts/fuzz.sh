@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets with clang, libFuzzer, ASan and UBSan in build-fuzz/ and runs
-# one target or all of them, one after another, printing executions, time, coverage and
+# one target, a comma-separated list of them or all of them, one after another, printing executions, time, coverage and
 # findings for each.
-# Usage: scripts/fuzz.sh [TARGET|all] [SECONDS | --runs N]
+# Usage: scripts/fuzz.sh [TARGET[,TARGET...]|all] [SECONDS | --runs N]
 #   (default: all, 60 seconds each; --runs N runs each target for N executions instead)
 # CMAKE_BUILD_PARALLEL_LEVEL sets the build's job count (default: every core);
 # FUZZ_FLAGS adds libFuzzer options, e.g. FUZZ_FLAGS=-max_len=1024.
@@ -25,7 +25,7 @@ fi
 [ -f build-fuzz/CMakeCache.txt ] || cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_CXX_COMPILER=clang++ -DSONAMARK_FUZZ=ON -DSONAMARK_BUILD_TESTS=OFF -DSONAMARK_BUILD_BENCH=OFF >/dev/null
 targets=("${all[@]}")
-[ "$target" != all ] && targets=("$target")
+[ "$target" != all ] && IFS=, read -ra targets <<<"$target"
 cmake --build build-fuzz -j "${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}" --target "${targets[@]}"
 
 export ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=1

@@ -34,39 +34,41 @@ void IndentActions(QString &text)
     QString out;
     out.reserve(n + n / 4);
     int indent = 0;
-    // The blanks of the indent in force; a level below nothing starts again at 0.
-    const auto indentLine = [&] {
+    // The text is copied in runs: out holds src up to copied, plus the indents.
+    qsizetype copied = 0;
+    int i = 0;  // 0-based here; the word tests need 6 characters left (position + 5)
+    // Indents the line after the line end at i by the level in force; a level below
+    // nothing starts again at 0.
+    const auto indentNextLine = [&] {
+        out += QStringView(src).sliced(copied, i + 1 - copied);
+        copied = i + 1;
         if (indent > 0)
-            out += QString(indent, QLatin1Char(' '));
+            out.resize(out.size() + indent, QLatin1Char(' '));
         else
             indent = 0;
     };
-    int i = 0;  // 0-based here; the word tests need 6 characters left (position + 5)
     while (i < n) {
-        const QChar c = src.at(i);
         if (!lineEndAt(src, i)) {
-            if (c == QLatin1Char('[') && i + 5 < n && opensLevel(QStringView(upper).mid(i)))
+            if (src.at(i) == QLatin1Char('[') && i + 5 < n && opensLevel(QStringView(upper).mid(i)))
                 indent += kIndentStep;
-            out += c;
             ++i;
             continue;
         }
-        out += c;
         const QStringView next = QStringView(src).mid(i + 1);
         if (i + 6 < n && (startsUpper(next, u"[END") || startsUpper(next, u"[ELSE")))
             indent -= kIndentStep;
         if (next.startsWith(QLatin1Char('#'))) {
-            indentLine();
+            // A comment is copied as it stands, up to its line feed (or the one added).
+            indentNextLine();
             const qsizetype cr = src.indexOf(QLatin1String("\r\n"), i + 1);
-            const qsizetype end = cr < 0 ? n - 1 : cr + 1;  // the comment's line feed, or the one added
-            out += next.left(end - i - 1);
-            i = int(end);
+            i = int(cr < 0 ? n - 1 : cr + 1);
             continue;
         }
         if (next.startsWith(QLatin1Char('[')))
-            indentLine();
+            indentNextLine();
         ++i;
     }
+    out += QStringView(src).sliced(copied);
     out.chop(1);  // the line feed added above
     text = out;
 }

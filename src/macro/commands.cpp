@@ -5,6 +5,9 @@
 
 #include <QVarLengthArray>
 
+#include <algorithm>
+#include <array>
+
 namespace macro {
 
 namespace {
@@ -66,6 +69,20 @@ constexpr Row kRows[kCommandCount] = {
     {"[WEBSOURCE ", "[WEBSOURCE URL Src]"},
 };
 
+// For each letter A-Z, the rows whose statement starts with it, in table order.
+using LetterRows = std::array<QVarLengthArray<int, 8>, 26>;
+
+const LetterRows &rowsByLetter()
+{
+    static const LetterRows rows = [] {
+        LetterRows byLetter;
+        for (int i = 0; i < kCommandCount; ++i)
+            byLetter[kRows[i].match[1] - 'A'] << i;
+        return byLetter;
+    }();
+    return rows;
+}
+
 QStringList &table()
 {
     static QStringList rows = [] {
@@ -90,24 +107,42 @@ QString CanonicalStatement(int code)
     return QLatin1String(kRows[code - 1].canonical);
 }
 
-int WhichCommand(const QString &line)
+int FirstCommandIn(QStringView text)
 {
-    const QString up = line.toUpper();
-    // The first row, in table order, found anywhere in the line. Every row starts with
-    // "[", so only the places of "[" are compared.
-    QVarLengthArray<qsizetype, 4> brackets;
-    for (qsizetype at = up.indexOf(QLatin1Char('[')); at >= 0; at = up.indexOf(QLatin1Char('['), at + 1))
-        brackets << at;
-    if (!brackets.isEmpty()) {
-        const QStringView view(up);
-        for (int i = 0; i < kCommandCount; ++i) {
-            const QLatin1String row(kRows[i].match);
-            for (const qsizetype at : brackets)
-                if (at + 1 < view.size() && view.at(at + 1) == QLatin1Char(row.at(1))
-                    && view.sliced(at).startsWith(row))
-                    return i + 1;
+    // Every row starts with "[" and a letter, so only the places of "[" are looked at,
+    // and at each only the rows of the letter that follows it.
+    const auto upper = [](char16_t c) { return c >= u'a' && c <= u'z' ? char16_t(c - 32) : c; };
+    const auto rowAt = [&](qsizetype at, const char *row) {
+        for (qsizetype k = 0; row[k]; ++k)
+            if (at + k >= text.size() || upper(text[at + k].unicode()) != char16_t(row[k]))
+                return false;
+        return true;
+    };
+    int best = kCommandCount;
+    for (qsizetype at = text.indexOf(QLatin1Char('[')); at >= 0 && at + 1 < text.size();
+         at = text.indexOf(QLatin1Char('['), at + 1)) {
+        const char16_t lead = upper(text[at + 1].unicode());
+        if (lead < u'A' || lead > u'Z')
+            continue;
+        for (const int i : rowsByLetter()[lead - u'A']) {
+            if (i >= best)
+                break;
+            if (rowAt(at, kRows[i].match)) {
+                best = i;
+                break;
+            }
         }
     }
+    return best < kCommandCount ? best + 1 : 0;
+}
+
+int WhichCommand(const QString &line)
+{
+    // A line of ASCII is looked at as it stands; any other is upper-cased first, as a
+    // ligature such as "ﬁ" becomes two letters.
+    const bool ascii = std::all_of(line.cbegin(), line.cend(), [](QChar c) { return c.unicode() < 0x80; });
+    if (const int code = ascii ? FirstCommandIn(line) : FirstCommandIn(line.toUpper()))
+        return code;
     const int p = InStr(line, QStringLiteral("="));
     if (p < 3)
         return 0;

@@ -178,12 +178,7 @@ QString GoodActionLine(const QString &macro, const QString &line, int pos, int l
     if (!line.endsWith(QLatin1Char(']')))
         return prefix + QStringLiteral(" Extra characters after the closing bracket.");
 
-    const QString up = UpperSameLength(line);
-    const QStringList &rows = Commands();
-    int number = 0;
-    for (int i = 0; i < kCommandCount && number == 0; ++i)
-        if (up.contains(rows.at(i)))
-            number = i + 1;
+    int number = FirstCommandIn(UpperSameLength(line));
     if (number == 0) {
         QString message;
         number = assignmentCode(line, prefix, message);

@@ -11,41 +11,73 @@ constexpr QChar kCR = QLatin1Char('\r');
 constexpr QChar kLF = QLatin1Char('\n');
 constexpr QChar kBlank = QLatin1Char(' ');
 
+// Output written character by character into room made beforehand: the tidying runs
+// on every key press of the editor's checks and many times per fuzz input.
+class Writer
+{
+public:
+    explicit Writer(qsizetype room) : out_(room, Qt::Uninitialized), begin_(out_.data()), at_(begin_) {}
+    void put(QChar c) { *at_++ = c; }
+    void putLineEnd()
+    {
+        put(kCR);
+        put(kLF);
+    }
+    bool endsWith(QChar c) const { return at_ > begin_ && at_[-1] == c; }
+    bool endsWithLineEnd() const { return at_ - begin_ >= 2 && at_[-2] == kCR && at_[-1] == kLF; }
+    QString take()
+    {
+        out_.truncate(at_ - begin_);
+        return std::move(out_);
+    }
+
+private:
+    QString out_;
+    QChar *begin_;
+    QChar *at_;
+};
+
 // The steps of RemoveBlankLinesActionText; false when it left early on a text that is
 // a bare line end.
 bool removeBlankLines(QString &text)
 {
-    QString out;
-    out.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
+    const QChar *in = text.constData();
+    const qsizetype n = text.size();
+    Writer out(n);
+    for (qsizetype i = 0; i < n; ++i) {
+        const QChar c = in[i];
         if (c != kCR && c != kLF) {
-            out += c;
+            out.put(c);
             continue;
         }
         // Only CR LF ends a line (as for the parser): a line feed alone is part of its
         // line unless it stands at the start of one.
-        if (out.endsWith(kCrLf))
+        if (out.endsWithLineEnd())
             continue;
-        if (c == kCR && i + 1 < text.size() && text.at(i + 1) == kLF) {
-            out += kCrLf;
+        if (c == kCR && i + 1 < n && in[i + 1] == kLF) {
+            out.putLineEnd();
             ++i;
         } else {
-            out += c;
+            out.put(c);
         }
     }
-    text = out;
+    text = out.take();
     // The ends last, as dropping a line feed can leave a line end there.
-    while (text.startsWith(kCrLf)) {
-        if (text.size() < 3)
+    qsizetype from = 0;
+    qsizetype to = text.size();
+    const auto lineEndAt = [&](qsizetype at) { return text.at(at) == kCR && text.at(at + 1) == kLF; };
+    while (to - from >= 2 && lineEndAt(from)) {
+        if (to - from < 3)
             return false;
-        text.remove(0, 2);
+        from += 2;
     }
-    while (text.endsWith(kCrLf)) {
-        if (text.size() < 3)
+    while (to - from >= 2 && lineEndAt(to - 2)) {
+        if (to - from < 3)
             return false;
-        text.chop(2);
+        to -= 2;
     }
+    if (from > 0 || to < text.size())
+        text = text.sliced(from, to - from);
     return true;
 }
 
@@ -73,14 +105,15 @@ void pairLoneCRs(QString &text)
         at = text.indexOf(kCR, at + 2);
     if (at < 0)
         return;
-    QString out;
-    out.reserve(text.size() + text.size() / 8);
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        out += text.at(i);
-        if (text.at(i) == kCR && (i + 1 >= text.size() || text.at(i + 1) != kLF))
-            out += kLF;
+    const QChar *in = text.constData();
+    const qsizetype n = text.size();
+    Writer out(2 * n);
+    for (qsizetype i = 0; i < n; ++i) {
+        out.put(in[i]);
+        if (in[i] == kCR && (i + 1 >= n || in[i + 1] != kLF))
+            out.put(kLF);
     }
-    text = out;
+    text = out.take();
 }
 
 } // namespace
@@ -94,23 +127,23 @@ void TidyupCode(QString &text)
         return;
     const QString wrapped = kCrLf + text + kCrLf;
     const qsizetype n = wrapped.size();
+    const QChar *w = wrapped.constData();
 
-    QString out;
-    out.reserve(n);
+    Writer out(2 * n);  // a lone CR would become CR LF
     bool inQuote = false;
     bool rawLine = false;  // keystroke or comment line: copied as it stands
     bool earlyEnd = false;
     qsizetype i = 0;
     while (i < n) {
-        const QChar c = wrapped.at(i);
+        const QChar c = w[i];
         if (c == QLatin1Char('"'))
             inQuote = !inQuote;
         if (c == kCR) {
             inQuote = false;
             rawLine = false;
-            out += kCrLf;
+            out.putLineEnd();
             ++i;
-            if (i < n && wrapped.at(i) == kLF)
+            if (i < n && w[i] == kLF)
                 ++i;
             if (i >= n)
                 break;
@@ -122,9 +155,9 @@ void TidyupCode(QString &text)
             qsizetype bracket = -1;
             qsizetype hash = -1;
             for (qsizetype k = i; k < e && bracket < 0 && hash < 0; ++k) {
-                if (wrapped.at(k) == QLatin1Char('['))
+                if (w[k] == QLatin1Char('['))
                     bracket = k;
-                else if (wrapped.at(k) == QLatin1Char('#'))
+                else if (w[k] == QLatin1Char('#'))
                     hash = k;
             }
             if (bracket < 0 && hash < 0) {
@@ -141,19 +174,19 @@ void TidyupCode(QString &text)
             continue;
         }
         if (c != kBlank || inQuote || rawLine) {
-            out += c;
+            out.put(c);
         } else {
-            const QChar next = i + 1 < n ? wrapped.at(i + 1) : QChar();
+            const QChar next = i + 1 < n ? w[i + 1] : QChar();
             if (next != kBlank && next != QLatin1Char(']') && !out.endsWith(QLatin1Char('[')))
-                out += c;
+                out.put(c);
         }
         ++i;
     }
-    if (out.startsWith(kCrLf))
-        out.remove(0, 2);
-    if (earlyEnd && out.endsWith(kCrLf))
-        out.chop(2);
-    text = out;
+    text = out.take();
+    if (text.startsWith(kCrLf))
+        text.remove(0, 2);
+    if (earlyEnd && text.endsWith(kCrLf))
+        text.chop(2);
     RemoveCondSpaces(text);
 }
 
