@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets with clang, libFuzzer, ASan and UBSan in build-fuzz/ and runs
-# one target, a comma-separated list of them or all of them, one after another, printing executions, time, coverage and
-# findings for each.
+# one target, a comma-separated list of them or all of them, one after another,
+# printing executions, time, coverage and findings for each.
 # Usage: scripts/fuzz.sh [TARGET[,TARGET...]|all] [SECONDS | --runs N]
 #   (default: all, 60 seconds each; --runs N runs each target for N executions instead)
 # CMAKE_BUILD_PARALLEL_LEVEL sets the build's job count (default: every core);
@@ -12,7 +12,7 @@ cd "$(dirname "$0")/.."
 target=${1:-all}
 limit=(-max_total_time="${2:-60}")
 if [ "${2:-}" = --runs ]; then
-  [[ "${3:-}" =~ ^[0-9]+$ ]] || { echo "usage: $0 [TARGET|all] [SECONDS | --runs N]" >&2; exit 2; }
+  [[ "${3:-}" =~ ^[0-9]+$ ]] || { echo "usage: $0 [TARGET[,TARGET...]|all] [SECONDS | --runs N]" >&2; exit 2; }
   limit=(-runs="$3")
 fi
 all=(rtf_fuzz hotkeys_file_fuzz options_fuzz exceptions_fuzz sapi_fuzz macro_fuzz wav_fuzz check_format_fuzz folder_history_fuzz)
