@@ -28,7 +28,10 @@ targets=("${all[@]}")
 [ "$target" != all ] && IFS=, read -ra targets <<<"$target"
 cmake --build build-fuzz -j "${CMAKE_BUILD_PARALLEL_LEVEL:-$(nproc)}" --target "${targets[@]}"
 
-export ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=1
+# Without the allocation stacks of every block (malloc_context_size=0) the targets run
+# about a fifth faster; a finding is run again with them for its report.
+full_asan=detect_leaks=1:allocator_may_return_null=1
+export ASAN_OPTIONS=$full_asan:malloc_context_size=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 export QT_LOGGING_RULES="*.debug=false;*.warning=false"
 status=0
@@ -48,6 +51,12 @@ for t in "${targets[@]}"; do
   "$bin" "${limit[@]}" ${FUZZ_FLAGS:-} -timeout=10 -rss_limit_mb=4096 -print_final_stats=1 \
     -artifact_prefix="$findings/" "${dict[@]}" "$corpus" "$seeds" >"$log" 2>&1
   rc=$?
+  if [ $rc -ne 0 ]; then
+    for finding in $(find "$findings" -type f -newer "$bin"); do
+      echo "=== $finding again, with allocation stacks" >>"$log"
+      ASAN_OPTIONS=$full_asan "$bin" "$finding" >>"$log" 2>&1
+    done
+  fi
   set -e
   rm -f "$bin"
   seconds=$(( $(date +%s) - start )); [ "$seconds" -gt 0 ] || seconds=1
