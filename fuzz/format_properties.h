@@ -12,7 +12,6 @@
 #include "macro/tidyup.h"
 
 #include <QList>
-#include <QRegularExpression>
 #include <QString>
 
 namespace props {
@@ -75,12 +74,28 @@ struct Check {
     bool operator==(const Check &) const = default;
 };
 
+// The report without the numbers after "ERROR line ".
+inline QString withoutLineNumbers(const QString &report)
+{
+    static const QLatin1String kErrorLine("ERROR line ");
+    QString out;
+    out.reserve(report.size());
+    qsizetype from = 0;
+    for (qsizetype at = report.indexOf(kErrorLine); at >= 0; at = report.indexOf(kErrorLine, from)) {
+        qsizetype digits = at + kErrorLine.size();
+        while (digits < report.size() && report.at(digits).isDigit())
+            ++digits;
+        out += QStringView(report).sliced(from, at - from);
+        out += QLatin1String("ERROR line");
+        from = digits;
+    }
+    out += QStringView(report).sliced(from);
+    return out;
+}
+
 inline Check Checked(QString code)
 {
-    static const QRegularExpression lineNumber(QStringLiteral("ERROR line \\d+"));
-    QString report = hotkeys::HotkeyStatus(code);
-    report.replace(lineNumber, QStringLiteral("ERROR line"));
-    return Check{report, hotkeys::ErrorLines()};
+    return Check{withoutLineNumbers(hotkeys::HotkeyStatus(code)), hotkeys::ErrorLines()};
 }
 
 inline QString firstDifference(const Parse &a, const Parse &b)

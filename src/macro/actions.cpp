@@ -6,15 +6,25 @@
 
 namespace macro {
 
-QString TrimBlanks(const QString &text)
+namespace {
+
+QStringView blanksTrimmed(QStringView text)
 {
     qsizetype from = 0;
     qsizetype to = text.size();
-    while (from < to && text.at(from) == QLatin1Char(' '))
+    while (from < to && text[from] == QLatin1Char(' '))
         ++from;
-    while (to > from && text.at(to - 1) == QLatin1Char(' '))
+    while (to > from && text[to - 1] == QLatin1Char(' '))
         --to;
-    return from == 0 && to == text.size() ? text : text.mid(from, to - from);
+    return text.sliced(from, to - from);
+}
+
+} // namespace
+
+QString TrimBlanks(const QString &text)
+{
+    const QStringView trimmed = blanksTrimmed(text);
+    return trimmed.size() == text.size() ? text : trimmed.toString();
 }
 
 bool CutMacroLines(const QString &code, ActionList &lines)
@@ -31,18 +41,16 @@ bool CutMacroLines(const QString &code, ActionList &lines)
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (text.at(i) != QLatin1Char('\r'))
             continue;
-        const QString line = text.mid(lineStart, i - lineStart);
+        const QStringView line = QStringView(text).sliced(lineStart, i - lineStart);
         if (i + 1 < text.size() && text.at(i + 1) == QLatin1Char('\n'))
             ++i;
         lineStart = i + 1;
 
-        const QString trimmed = TrimBlanks(line);
-        const bool bracketOrComment =
-            trimmed.startsWith(QLatin1Char('#')) || trimmed.startsWith(QLatin1Char('['));
+        const QStringView trimmed = blanksTrimmed(line);
         if (trimmed.startsWith(QLatin1Char('#')))
             continue;  // comment
         ActionLine action;
-        action.Text = bracketOrComment ? trimmed : line;
+        action.Text = (trimmed.startsWith(QLatin1Char('[')) ? trimmed : line).toString();
         action.Command = WhichCommand(action.Text);
         if (action.Command != 0)
             UCaseOutsideQuotes(action.Text);

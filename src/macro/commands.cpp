@@ -136,13 +136,16 @@ int FirstCommandIn(QStringView text)
     return best < kCommandCount ? best + 1 : 0;
 }
 
-int WhichCommand(const QString &line)
+int WhichCommand(QStringView view)
 {
     // A line of ASCII is looked at as it stands; any other is upper-cased first, as a
     // ligature such as "ﬁ" becomes two letters.
-    const bool ascii = std::all_of(line.cbegin(), line.cend(), [](QChar c) { return c.unicode() < 0x80; });
-    if (const int code = ascii ? FirstCommandIn(line) : FirstCommandIn(line.toUpper()))
+    const bool ascii = std::all_of(view.cbegin(), view.cend(), [](QChar c) { return c.unicode() < 0x80; });
+    if (const int code = ascii ? FirstCommandIn(view) : FirstCommandIn(view.toString().toUpper()))
         return code;
+    if (!view.contains(QLatin1Char('=')))
+        return 0;
+    const QString line = view.toString();
     const int p = InStr(line, QStringLiteral("="));
     if (p < 3)
         return 0;

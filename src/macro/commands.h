@@ -30,7 +30,7 @@ const QStringList &Commands();
 // The statement as its messages name it, e.g. "[OPEN n File]" for code 5.
 QString CanonicalStatement(int code);
 // Statement code of a line: 1..48, or 0. First hit in table order wins.
-int WhichCommand(const QString &line);
+int WhichCommand(QStringView line);
 // The code of the first table row, in table order, found anywhere in text with its ASCII
 // letters raised; 0 when there is none. For text already upper-cased.
 int FirstCommandIn(QStringView text);

@@ -3,6 +3,9 @@
 #include "macro/commands.h"
 #include "macro/macro_text.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace macro {
 
 namespace {
@@ -206,20 +209,21 @@ void RemoveCondSpaces(QString &text)
                 break;
             start = e;
         } else {
-            QString line = text.mid(start, e - start);
-            bool done = false;
-            for (const QLatin1String word : kCondWords) {
-                if (startsWithWord(line, 0, word)) {
-                    QString condition = line.mid(word.size());
-                    RemoveSpaces2(condition);
-                    line = line.left(word.size()) + condition;
-                    done = true;
-                    break;
-                }
+            const QStringView line = QStringView(text).sliced(start, e - start);
+            const QLatin1String *word = std::find_if(std::begin(kCondWords), std::end(kCondWords),
+                                                     [&](QLatin1String w) { return startsWithWord(text, start, w); });
+            if (word != std::end(kCondWords)) {
+                QString condition = line.sliced(word->size()).toString();
+                RemoveSpaces2(condition);
+                out += line.first(word->size());
+                out += condition;
+            } else if (WhichCommand(line) == CmdVAR) {
+                QString statement = line.toString();
+                RemoveSpaces2(statement);
+                out += statement;
+            } else {
+                out += line;
             }
-            if (!done && WhichCommand(line) == CmdVAR)
-                RemoveSpaces2(line);
-            out += line;
             start = e;
         }
         // Copy the line end.
