@@ -18,5 +18,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QString text = QStringLiteral("The quick brown fox, Sonamark's reader; jumps over 12 lazy dogs.\r\nNew line: fox!");
     reader::MakeExceptions(text);
     reader::UnmakeText(text);
+    // Nothing kept between inputs: libFuzzer takes memory kept by a run for a leak and
+    // looks for it, which costs more than the run.
+    state.reset();
     return 0;
 }
