@@ -3,11 +3,13 @@
 #include "reader/rtf_codepage.h"
 
 #include <QHash>
+#include <QSet>
 #include <QLoggingCategory>
 #include <algorithm>
 #include <cctype>
 #include <climits>
 #include <optional>
+#include <utility>
 #include <vector>
 
 Q_LOGGING_CATEGORY(lcRtfReader, "sonamark.reader.rtf", QtWarningMsg)
@@ -65,7 +67,6 @@ struct FontEntry {
     int codePage = 0;       // 0: the document's page
 };
 
-// Destinations whose text is never shown, skipped even when they lack the \* mark.
 bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 int HexValue(char c)
@@ -76,9 +77,48 @@ int HexValue(char c)
     return -1;
 }
 
+// The control words the reader acts on, each looked up once.
+enum class Word {
+    Other,
+    ansi, ansicpg, b, bin, blue, cf, colortbl, cpg, cs, deff, f, fcharset, fi, fldrslt,
+    fonttbl, fs, green, i, li, lin, listtext, ls, mac, page, par, pard, pc, pca, plain, pn,
+    pnlvlblt, pntext, qc, qd, qj, ql, qr, red, ri, rin, row, s, sbasedon, sect, strike,
+    striked, stylesheet, tab, u, uc, ulc, ulnone, v,
+};
+
+Word WordOf(const QByteArray &word)
+{
+    static const QHash<QByteArray, Word> kWords = [] {
+        QHash<QByteArray, Word> words;
+        const std::pair<const char *, Word> rows[] = {
+            {"ansi", Word::ansi}, {"ansicpg", Word::ansicpg}, {"b", Word::b},
+            {"bin", Word::bin}, {"blue", Word::blue}, {"cf", Word::cf},
+            {"colortbl", Word::colortbl}, {"cpg", Word::cpg}, {"cs", Word::cs},
+            {"deff", Word::deff}, {"f", Word::f}, {"fcharset", Word::fcharset},
+            {"fi", Word::fi}, {"fldrslt", Word::fldrslt}, {"fonttbl", Word::fonttbl},
+            {"fs", Word::fs}, {"green", Word::green}, {"i", Word::i}, {"li", Word::li},
+            {"lin", Word::lin}, {"listtext", Word::listtext}, {"ls", Word::ls},
+            {"mac", Word::mac}, {"page", Word::page}, {"par", Word::par}, {"pard", Word::pard},
+            {"pc", Word::pc}, {"pca", Word::pca}, {"plain", Word::plain}, {"pn", Word::pn},
+            {"pnlvlblt", Word::pnlvlblt}, {"pntext", Word::pntext}, {"qc", Word::qc},
+            {"qd", Word::qd}, {"qj", Word::qj}, {"ql", Word::ql}, {"qr", Word::qr},
+            {"red", Word::red}, {"ri", Word::ri}, {"rin", Word::rin}, {"row", Word::row},
+            {"s", Word::s}, {"sbasedon", Word::sbasedon}, {"sect", Word::sect},
+            {"strike", Word::strike}, {"striked", Word::striked},
+            {"stylesheet", Word::stylesheet}, {"tab", Word::tab}, {"u", Word::u},
+            {"uc", Word::uc}, {"ulc", Word::ulc}, {"ulnone", Word::ulnone}, {"v", Word::v},
+        };
+        for (const auto &[name, id] : rows)
+            words.insert(name, id);
+        return words;
+    }();
+    return kWords.value(word, Word::Other);
+}
+
+// Destinations whose text is never shown, skipped even when they lack the \* mark.
 bool IsSkippedDestination(const QByteArray &word)
 {
-    static const QList<QByteArray> kSkipped = {
+    static const QSet<QByteArray> kSkipped = {
         "info", "pict", "object", "objdata", "objclass", "header", "headerl",
         "headerr", "headerf", "footer", "footerl", "footerr", "footerf", "footnote",
         "fldinst", "annotation", "atnauthor", "atnid", "atndate", "xe", "tc", "txe", "rxe",
@@ -105,8 +145,8 @@ private:
     void openGroup();
     bool closeGroup();
     void controlWord(const QByteArray &word, std::optional<int> parameter);
-    bool formatWord(const QByteArray &word, std::optional<int> parameter, GroupState &s);
-    void styleWord(const QByteArray &word, int value);
+    bool formatWord(const QByteArray &word, Word w, std::optional<int> parameter, GroupState &s);
+    void styleWord(Word w, int value);
     void commitStyle();
     void applyStyle(int number, bool character);
     void controlSymbol(char symbol);
@@ -546,16 +586,17 @@ void RtfParser::controlSymbol(char symbol)
 
 void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter)
 {
+    const Word w = WordOf(word);
     GroupState &s = state();
     const int value = parameter.value_or(1);
 
-    if (word == "bin") {
+    if (w == Word::bin) {
         // Binary data: skipped whole, never counted as text.
         flushBytes();
         skipBinary(value);
         return;
     }
-    if (word == "u") {
+    if (w == Word::u) {
         flushBytes();
         if (consumeSkippedUnit())
             return;
@@ -572,23 +613,23 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
 
     // Destinations: words that open a group of their own.
     if (groupStart_) {
-        if (word == "fonttbl") {
+        if (w == Word::fonttbl) {
             flushBytes();
             s.destination = Destination::FontTable;
             return;
         }
-        if (word == "stylesheet") {
+        if (w == Word::stylesheet) {
             flushBytes();
             s.destination = Destination::StyleSheet;
             return;
         }
-        if (word == "colortbl") {
+        if (w == Word::colortbl) {
             flushBytes();
             s.destination = Destination::ColorTable;
             colors_.clear();
             return;
         }
-        if (word == "pntext" || word == "listtext") {
+        if (w == Word::pntext || w == Word::listtext) {
             flushBytes();
             if (s.destination == Destination::Text) {
                 s.destination = Destination::ListText;
@@ -598,15 +639,15 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
             }
             return;
         }
-        if (word == "pn") {
+        if (w == Word::pn) {
             flushBytes();
             s.destination = Destination::Numbering;
             return;
         }
-        if (word == "fldrslt")
+        if (w == Word::fldrslt)
             return;
-        if (s.destination == Destination::StyleSheet && word == "cs") {
-            styleWord(word, value);  // {\*\csN ...}: a character style
+        if (s.destination == Destination::StyleSheet && w == Word::cs) {
+            styleWord(w, value);  // {\*\csN ...}: a character style
             return;
         }
         if (starred_ || IsSkippedDestination(word)) {
@@ -619,74 +660,74 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
         return;
     if (s.destination == Destination::Numbering) {
         // \pnlvlblt: the paragraph around this group is a bullet.
-        if (word == "pnlvlblt" && stack_.size() >= 2)
+        if (w == Word::pnlvlblt && stack_.size() >= 2)
             stack_[stack_.size() - 2].paragraph.bullet = true;
         return;
     }
     if (s.destination == Destination::ListText) {
         // Only the font matters here (for its code page), and the tab after the marker.
         flushBytes();
-        if (word == "tab")
+        if (w == Word::tab)
             addText(QStringLiteral("\t"));
-        else if (word == "uc")
+        else if (w == Word::uc)
             s.unicodeSkip = std::clamp(value, 0, kMaxUnicodeSkip);
         else
-            formatWord(word, parameter, s);
+            formatWord(word, w, parameter, s);
         return;
     }
 
     if (s.destination == Destination::ColorTable) {
-        if (word == "red") red_ = value, colorGiven_ = true;
-        else if (word == "green") green_ = value, colorGiven_ = true;
-        else if (word == "blue") blue_ = value, colorGiven_ = true;
+        if (w == Word::red) red_ = value, colorGiven_ = true;
+        else if (w == Word::green) green_ = value, colorGiven_ = true;
+        else if (w == Word::blue) blue_ = value, colorGiven_ = true;
         return;
     }
     if (s.destination == Destination::StyleSheet) {
-        if (!formatWord(word, parameter, s))
-            styleWord(word, value);
+        if (!formatWord(word, w, parameter, s))
+            styleWord(w, value);
         return;
     }
     if (s.destination == Destination::FontTable) {
-        if (word == "f") {
+        if (w == Word::f) {
             flushBytes();
             if (fontEntryNumber_ >= 0 && !fontEntry_.name.isEmpty())
                 commitFont();
             fontEntryNumber_ = value;
             fontEntry_ = FontEntry();
-        } else if (word == "fcharset") {
+        } else if (w == Word::fcharset) {
             fontEntry_.codePage = CodePageOfCharset(value);
-        } else if (word == "cpg") {
+        } else if (w == Word::cpg) {
             fontEntry_.codePage = value;
         }
         return;
     }
 
     // Header words.
-    if (word == "ansi") { documentCodePage_ = 1252; return; }
-    if (word == "mac") { documentCodePage_ = 10000; return; }
-    if (word == "pc") { documentCodePage_ = 437; return; }
-    if (word == "pca") { documentCodePage_ = 850; return; }
-    if (word == "ansicpg") {
+    if (w == Word::ansi) { documentCodePage_ = 1252; return; }
+    if (w == Word::mac) { documentCodePage_ = 10000; return; }
+    if (w == Word::pc) { documentCodePage_ = 437; return; }
+    if (w == Word::pca) { documentCodePage_ = 850; return; }
+    if (w == Word::ansicpg) {
         if (parameter && *parameter > 0)
             documentCodePage_ = *parameter;
         return;
     }
-    if (word == "deff") { defaultFont_ = value; return; }
-    if (word == "uc") { s.unicodeSkip = std::clamp(value, 0, kMaxUnicodeSkip); return; }
+    if (w == Word::deff) { defaultFont_ = value; return; }
+    if (w == Word::uc) { s.unicodeSkip = std::clamp(value, 0, kMaxUnicodeSkip); return; }
 
     flushBytes();
-    if (word == "s" || word == "cs") {
-        applyStyle(value, word == "cs");
+    if (w == Word::s || w == Word::cs) {
+        applyStyle(value, w == Word::cs);
         return;
     }
-    if (formatWord(word, parameter, s))
+    if (formatWord(word, w, parameter, s))
         return;
 
     if (s.destination != Destination::Text)
         return;
     // Breaks and special characters.
-    if (word == "par" || word == "row") { endParagraph(); return; }
-    if (word == "sect" || word == "page") {
+    if (w == Word::par || w == Word::row) { endParagraph(); return; }
+    if (w == Word::sect || w == Word::page) {
         if (paragraphTouched_)
             endParagraph();
         return;
@@ -704,13 +745,13 @@ void RtfParser::controlWord(const QByteArray &word, std::optional<int> parameter
 
 
 // Character and paragraph format words; true when the word was one of them.
-bool RtfParser::formatWord(const QByteArray &word, std::optional<int> parameter, GroupState &s)
+bool RtfParser::formatWord(const QByteArray &word, Word w, std::optional<int> parameter, GroupState &s)
 {
     const int value = parameter.value_or(1);
     const bool on = value != 0;
     const int amount = parameter.value_or(0);
     // Character format.
-    if (word == "plain") {
+    if (w == Word::plain) {
         const quint32 kept = s.setMask & ~quint32(kSetFont | kSetSize | kSetBold | kSetItalic
                                                   | kSetUnderline | kSetStrike | kSetHidden | kSetColor);
         s.font = -1;
@@ -720,41 +761,41 @@ bool RtfParser::formatWord(const QByteArray &word, std::optional<int> parameter,
         s.setMask = kept;
         return true;
     }
-    if (word == "f") { s.font = value; s.setMask |= kSetFont; return true; }
-    if (word == "fs") { s.halfPoints = std::clamp(value, 0, 3276); s.setMask |= kSetSize; return true; }
-    if (word == "b") { s.bold = on; s.setMask |= kSetBold; return true; }
-    if (word == "i") { s.italic = on; s.setMask |= kSetItalic; return true; }
-    if (word == "strike" || word == "striked") { s.strike = on; s.setMask |= kSetStrike; return true; }
-    if (word == "v") { s.hidden = on; s.setMask |= kSetHidden; return true; }
-    if (word == "cf") { s.colorIndex = std::max(0, value); s.setMask |= kSetColor; return true; }
-    if (word == "ulnone") { s.underline = false; s.setMask |= kSetUnderline; return true; }
-    if (word.startsWith("ul") && word != "ulc") { s.underline = on; s.setMask |= kSetUnderline; return true; }
+    if (w == Word::f) { s.font = value; s.setMask |= kSetFont; return true; }
+    if (w == Word::fs) { s.halfPoints = std::clamp(value, 0, 3276); s.setMask |= kSetSize; return true; }
+    if (w == Word::b) { s.bold = on; s.setMask |= kSetBold; return true; }
+    if (w == Word::i) { s.italic = on; s.setMask |= kSetItalic; return true; }
+    if (w == Word::strike || w == Word::striked) { s.strike = on; s.setMask |= kSetStrike; return true; }
+    if (w == Word::v) { s.hidden = on; s.setMask |= kSetHidden; return true; }
+    if (w == Word::cf) { s.colorIndex = std::max(0, value); s.setMask |= kSetColor; return true; }
+    if (w == Word::ulnone) { s.underline = false; s.setMask |= kSetUnderline; return true; }
+    if (word.startsWith("ul") && w != Word::ulc) { s.underline = on; s.setMask |= kSetUnderline; return true; }
 
     // Paragraph format.
     ParagraphFormat &p = s.paragraph;
-    if (word == "pard") {
+    if (w == Word::pard) {
         p = ParagraphFormat();
         s.setMask &= ~quint32(kSetAlignment | kSetLeft | kSetRight | kSetFirst | kSetBullet);
         return true;
     }
-    if (word == "ql") { p.alignment = Alignment::Left; s.setMask |= kSetAlignment; return true; }
-    if (word == "qr") { p.alignment = Alignment::Right; s.setMask |= kSetAlignment; return true; }
-    if (word == "qc") { p.alignment = Alignment::Center; s.setMask |= kSetAlignment; return true; }
-    if (word == "qj" || word == "qd") { p.alignment = Alignment::Justify; s.setMask |= kSetAlignment; return true; }
-    if (word == "li" || word == "lin") { p.leftIndent = amount; s.setMask |= kSetLeft; return true; }
-    if (word == "ri" || word == "rin") { p.rightIndent = amount; s.setMask |= kSetRight; return true; }
-    if (word == "fi") { p.firstLineIndent = amount; s.setMask |= kSetFirst; return true; }
-    if (word == "ls") { p.bullet = value > 0; s.setMask |= kSetBullet; return true; }
+    if (w == Word::ql) { p.alignment = Alignment::Left; s.setMask |= kSetAlignment; return true; }
+    if (w == Word::qr) { p.alignment = Alignment::Right; s.setMask |= kSetAlignment; return true; }
+    if (w == Word::qc) { p.alignment = Alignment::Center; s.setMask |= kSetAlignment; return true; }
+    if (w == Word::qj || w == Word::qd) { p.alignment = Alignment::Justify; s.setMask |= kSetAlignment; return true; }
+    if (w == Word::li || w == Word::lin) { p.leftIndent = amount; s.setMask |= kSetLeft; return true; }
+    if (w == Word::ri || w == Word::rin) { p.rightIndent = amount; s.setMask |= kSetRight; return true; }
+    if (w == Word::fi) { p.firstLineIndent = amount; s.setMask |= kSetFirst; return true; }
+    if (w == Word::ls) { p.bullet = value > 0; s.setMask |= kSetBullet; return true; }
     return false;
 }
 
 // A word inside a style definition that names the style or its base.
-void RtfParser::styleWord(const QByteArray &word, int value)
+void RtfParser::styleWord(Word w, int value)
 {
-    if (word == "s" || word == "cs") {
+    if (w == Word::s || w == Word::cs) {
         styleNumber_ = value;
-        styleCharacter_ = word == "cs";
-    } else if (word == "sbasedon") {
+        styleCharacter_ = w == Word::cs;
+    } else if (w == Word::sbasedon) {
         styleBase_ = value;
     }
 }
