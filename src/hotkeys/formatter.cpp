@@ -11,13 +11,6 @@ bool opensLevel(QStringView upper)
     return upper.startsWith(u"[LOOP") || upper.startsWith(u"[IF") || upper.startsWith(u"[ELSE");
 }
 
-// Lines end at CR LF, as TidyupCode leaves them; a line feed alone belongs to its line,
-// as it does for the parser.
-bool lineEndAt(const QString &text, int i)
-{
-    return text.at(i) == QLatin1Char('\n') && i > 0 && text.at(i - 1) == QLatin1Char('\r');
-}
-
 bool startsUpper(QStringView text, const char16_t *word)
 {
     return text.left(qsizetype(std::char_traits<char16_t>::length(word))).compare(QStringView(word),
@@ -47,9 +40,12 @@ void IndentActions(QString &text)
         else
             indent = 0;
     };
+    // Lines end at CR LF, as TidyupCode leaves them; a line feed alone belongs to its
+    // line, as it does for the parser.
+    const char16_t *chars = reinterpret_cast<const char16_t *>(src.utf16());
     while (i < n) {
-        if (!lineEndAt(src, i)) {
-            if (src.at(i) == QLatin1Char('[') && i + 5 < n && opensLevel(QStringView(upper).mid(i)))
+        if (chars[i] != u'\n' || i == 0 || chars[i - 1] != u'\r') {
+            if (chars[i] == u'[' && i + 5 < n && opensLevel(QStringView(upper).mid(i)))
                 indent += kIndentStep;
             ++i;
             continue;

@@ -68,11 +68,9 @@ QString HotkeyStatus(QString &code)
         if (line.startsWith(QLatin1Char('#')))
             continue;
         QString message;
-        if (line.startsWith(QLatin1Char('['))) {
-            QString copy = line;
-            if (macro::ReplaceLiterals(copy) == QLatin1String("Missing quote"))
-                message = QStringLiteral("ERROR line %1 Missing quote").arg(lineNo);
-        }
+        // Quotes pair up from the left, so one is left open when their count is odd.
+        if (line.startsWith(QLatin1Char('[')) && line.count(macro::kQuote) % 2 == 1)
+            message = QStringLiteral("ERROR line %1 Missing quote").arg(lineNo);
         if (message.isEmpty())
             message = macro::GoodActionLine(code, line, pos, lineNo);
         if (message.isEmpty())

@@ -10,11 +10,12 @@ namespace {
 
 QStringView blanksTrimmed(QStringView text)
 {
+    const char16_t *chars = text.utf16();
     qsizetype from = 0;
     qsizetype to = text.size();
-    while (from < to && text[from] == QLatin1Char(' '))
+    while (from < to && chars[from] == u' ')
         ++from;
-    while (to > from && text[to - 1] == QLatin1Char(' '))
+    while (to > from && chars[to - 1] == u' ')
         --to;
     return text.sliced(from, to - from);
 }
@@ -38,9 +39,7 @@ bool CutMacroLines(const QString &code, ActionList &lines)
         text += kCrLf;
 
     qsizetype lineStart = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text.at(i) != QLatin1Char('\r'))
-            continue;
+    for (qsizetype i = text.indexOf(QLatin1Char('\r')); i >= 0; i = text.indexOf(QLatin1Char('\r'), lineStart)) {
         const QStringView line = QStringView(text).sliced(lineStart, i - lineStart);
         if (i + 1 < text.size() && text.at(i + 1) == QLatin1Char('\n'))
             ++i;

@@ -112,19 +112,22 @@ int FirstCommandIn(QStringView text)
     // Every row starts with "[" and a letter, so only the places of "[" are looked at,
     // and at each only the rows of the letter that follows it.
     const auto upper = [](char16_t c) { return c >= u'a' && c <= u'z' ? char16_t(c - 32) : c; };
+    const char16_t *chars = text.utf16();
+    const qsizetype n = text.size();
     const auto rowAt = [&](qsizetype at, const char *row) {
         for (qsizetype k = 0; row[k]; ++k)
-            if (at + k >= text.size() || upper(text[at + k].unicode()) != char16_t(row[k]))
+            if (at + k >= n || upper(chars[at + k]) != char16_t(row[k]))
                 return false;
         return true;
     };
+    const auto &byLetter = rowsByLetter();
     int best = kCommandCount;
-    for (qsizetype at = text.indexOf(QLatin1Char('[')); at >= 0 && at + 1 < text.size();
+    for (qsizetype at = text.indexOf(QLatin1Char('[')); at >= 0 && at + 1 < n;
          at = text.indexOf(QLatin1Char('['), at + 1)) {
-        const char16_t lead = upper(text[at + 1].unicode());
+        const char16_t lead = upper(chars[at + 1]);
         if (lead < u'A' || lead > u'Z')
             continue;
-        for (const int i : rowsByLetter()[lead - u'A']) {
+        for (const int i : byLetter[size_t(lead - u'A')]) {
             if (i >= best)
                 break;
             if (rowAt(at, kRows[i].match)) {

@@ -150,26 +150,28 @@ void RestoreQuotes(QString &text)
 
 QString ReplaceLiterals(QString &text)
 {
+    // Rebuilt a run of plain characters at a time.
     QString out;
     out.reserve(text.size());
+    const QChar *in = text.constData();
+    const qsizetype n = text.size();
     qsizetype i = 0;
-    while (i < text.size()) {
-        const QChar c = text.at(i);
-        if (c != kQuote) {
-            out += c;
-            ++i;
-            continue;
-        }
-        const qsizetype close = text.indexOf(kQuote, i + 1);
+    QString message;
+    while (i < n) {
+        const qsizetype quote = std::find(in + i, in + n, kQuote) - in;
+        out.append(in + i, quote - i);
+        if (quote == n)
+            break;
+        const qsizetype close = text.indexOf(kQuote, quote + 1);
         if (close < 0) {
-            text = out;
-            return QStringLiteral("Missing quote");
+            message = QStringLiteral("Missing quote");
+            break;
         }
-        out += close == i + 1 ? kEmptyPlaceholder : kLiteralPlaceholder;
+        out += close == quote + 1 ? kEmptyPlaceholder : kLiteralPlaceholder;
         i = close + 1;
     }
     text = out;
-    return {};
+    return message;
 }
 
 QString RemoveAllLiterals(QString &text)

@@ -59,9 +59,10 @@ QStringList FolderHistory::ParseHistory(const QString &text)
         line = withoutTrailingSlash(line);
         if (line.trimmed().isEmpty())
             continue;
-        if (seen.contains(line.toUpper()))
+        const QString key = line.toUpper();
+        if (seen.contains(key))
             continue;
-        seen.insert(line.toUpper());
+        seen.insert(key);
         rows << line;
     }
     return rows;
@@ -111,11 +112,15 @@ bool FolderHistory::AddHistory(const QString &folder)
 int FolderHistory::FindRow(const QString &text) const
 {
     const QString wanted = text.toUpper();
-    const QStringList shown = shownRows();
-    if (m_current >= 0 && (shown.at(m_current).toUpper() == wanted || m_rows.at(m_current).toUpper() == wanted))
+    // Rows are condensed one at a time, up to the one found.
+    const auto names = [&](int i) {
+        const QString &row = m_rows.at(i);
+        return row.toUpper() == wanted || shell::CondensedPath(row, kHistoryShownWidth).toUpper() == wanted;
+    };
+    if (m_current >= 0 && names(m_current))
         return m_current;
     for (int i = 0; i < m_rows.size(); ++i)
-        if (shown.at(i).toUpper() == wanted || m_rows.at(i).toUpper() == wanted)
+        if (names(i))
             return i;
     return -1;
 }
