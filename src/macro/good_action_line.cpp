@@ -113,9 +113,12 @@ constexpr Checker kCheckers[kCommandCount] = {
     byWEBSOURCE,     // 48 [WEBSOURCE URL Src]
 };
 
+// The start of every message about line lineNo, made only for a line that has one.
+QString prefix(int lineNo) { return QStringLiteral("ERROR line ") + QString::number(lineNo); }
+
 // A keystroke line: the braces must pair up, and the first brace token must name a key
 // ("{LEFT 5}" is looked up as "{LEFT}"). Only that first token is checked.
-QString goodKeystrokes(const QString &line, const QString &prefix)
+QString goodKeystrokes(const QString &line, int lineNo)
 {
     int depth = 0;
     for (const QChar c : line) {
@@ -125,7 +128,7 @@ QString goodKeystrokes(const QString &line, const QString &prefix)
             --depth;
     }
     if (depth != 0)
-        return prefix + QStringLiteral(" Mismatched braces {}");
+        return prefix(lineNo) + QStringLiteral(" Mismatched braces {}");
     const int open = InStr(line, QStringLiteral("{"));
     if (open == 0)
         return {};
@@ -143,61 +146,66 @@ QString goodKeystrokes(const QString &line, const QString &prefix)
 
 // The code of a statement line that no table row names: 9 for "[name=value]", or 0
 // with the message in message.
-int assignmentCode(const QString &line, const QString &prefix, QString &message)
+int assignmentCode(const QString &line, int lineNo, QString &message)
 {
     const int equals = InStr(line, QStringLiteral("="));
     if (equals == 0 || BetweenQuotes(line, equals)) {
-        message = prefix + QStringLiteral(" Command not found.");
+        message = prefix(lineNo) + QStringLiteral(" Command not found.");
         return 0;
     }
     QString words = UpperSameLength(line);
     ReplaceLiterals(words);
     if (words.startsWith(QLatin1String("[ALITERAL=")) || words.startsWith(QLatin1String("[AEMPTY="))) {
-        message = prefix + QStringLiteral(" No literals allowed in LHS variable for [VAR=Val] statement.");
+        message = prefix(lineNo) + QStringLiteral(" No literals allowed in LHS variable for [VAR=Val] statement.");
         return 0;
     }
     const int wordsEquals = InStr(words, QStringLiteral("="));
     const QString left = Mid(words, 2, wordsEquals - 2).trimmed();
     const QString letters = AllLetters(left, QStringLiteral("LHS "));
     if (!letters.isEmpty()) {
-        message = prefix + QLatin1Char(' ') + letters + QStringLiteral(" for [VAR=Val] statement.");
+        message = prefix(lineNo) + QLatin1Char(' ') + letters + QStringLiteral(" for [VAR=Val] statement.");
         return 0;
     }
     return CmdVAR;
 }
 
-} // namespace
-
-QString GoodActionLine(const QString &macro, const QString &line, int pos, int lineNo)
+// GoodCommandFormat with the line upper-cased already.
+QString commandFormat(const QString &macro, int number, const QString &line, QString words, int pos)
 {
-    const QString prefix = QStringLiteral("ERROR line ") + QString::number(lineNo);
-    if (CharAt(line, 1) != QLatin1Char('['))
-        return goodKeystrokes(line, prefix);
-    if (InStr(2, line, QStringLiteral("]")) == 0)
-        return prefix + QStringLiteral(" Command line missing closing bracket.");
-    if (!line.endsWith(QLatin1Char(']')))
-        return prefix + QStringLiteral(" Extra characters after the closing bracket.");
-
-    int number = FirstCommandIn(UpperSameLength(line));
-    if (number == 0) {
-        QString message;
-        number = assignmentCode(line, prefix, message);
-        if (number == 0)
-            return message;
-    }
-    const QString fragment = GoodCommandFormat(macro, number, line, pos);
-    return fragment.isEmpty() ? QString() : prefix + QLatin1Char(' ') + fragment;
-}
-
-QString GoodCommandFormat(const QString &macro, int number, const QString &line, int pos)
-{
-    QString words = UpperSameLength(line);
     const QString missingQuote = ReplaceLiterals(words);
     if (!missingQuote.isEmpty())
         return missingQuote;
     if (number < 1 || number > kCommandCount)
         return QStringLiteral("Invalid format for  statement");  // no table row to name
     return kCheckers[number - 1](Statement{macro, number, line, words, pos});
+}
+
+} // namespace
+
+QString GoodActionLine(const QString &macro, const QString &line, int pos, int lineNo)
+{
+    if (CharAt(line, 1) != QLatin1Char('['))
+        return goodKeystrokes(line, lineNo);
+    if (InStr(2, line, QStringLiteral("]")) == 0)
+        return prefix(lineNo) + QStringLiteral(" Command line missing closing bracket.");
+    if (!line.endsWith(QLatin1Char(']')))
+        return prefix(lineNo) + QStringLiteral(" Extra characters after the closing bracket.");
+
+    const QString words = UpperSameLength(line);
+    int number = FirstCommandIn(words);
+    if (number == 0) {
+        QString message;
+        number = assignmentCode(line, lineNo, message);
+        if (number == 0)
+            return message;
+    }
+    const QString fragment = commandFormat(macro, number, line, words, pos);
+    return fragment.isEmpty() ? QString() : prefix(lineNo) + QLatin1Char(' ') + fragment;
+}
+
+QString GoodCommandFormat(const QString &macro, int number, const QString &line, int pos)
+{
+    return commandFormat(macro, number, line, UpperSameLength(line), pos);
 }
 
 } // namespace macro
