@@ -6,6 +6,8 @@
 #   (default: all, 60 seconds each; --runs N runs each target for N executions instead)
 # CMAKE_BUILD_PARALLEL_LEVEL sets the build's job count (default: every core);
 # FUZZ_FLAGS adds libFuzzer options, e.g. FUZZ_FLAGS=-max_len=1024.
+# FUZZ_FRESH=1 starts each target from its seeds alone, in a corpus thrown away after:
+# the speed on small inputs.
 # Each target runs from a copy of its binary, so rebuilding during a long run is safe.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -39,6 +41,7 @@ for t in "${targets[@]}"; do
   name=${t%_fuzz}
   seeds=fuzz/corpus/$name
   corpus=build-fuzz/corpus/$name
+  [ -n "${FUZZ_FRESH:-}" ] && corpus=$(mktemp -d)
   findings=build-fuzz/findings/$name
   mkdir -p "$corpus" "$findings"
   dict=(); [ -f "fuzz/$name.dict" ] && dict=(-dict="fuzz/$name.dict")
@@ -59,6 +62,7 @@ for t in "${targets[@]}"; do
   fi
   set -e
   rm -f "$bin"
+  [ -n "${FUZZ_FRESH:-}" ] && rm -rf "$corpus"
   seconds=$(( $(date +%s) - start )); [ "$seconds" -gt 0 ] || seconds=1
   runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || echo '?')
   cov=$(grep -o 'cov: [0-9]*' "$log" | tail -1 | grep -o '[0-9]*' || echo '?')
