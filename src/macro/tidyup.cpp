@@ -14,8 +14,8 @@ constexpr QChar kCR = QLatin1Char('\r');
 constexpr QChar kLF = QLatin1Char('\n');
 constexpr QChar kBlank = QLatin1Char(' ');
 
-// Output written character by character into room made beforehand: the tidying runs
-// on every key press of the editor's checks and many times per fuzz input.
+// Output written character by character into room made beforehand, with no check or
+// growth per character: every check, format and parse of a macro tidies it first.
 class Writer
 {
 public:
