@@ -90,6 +90,17 @@ TEST_F(ExceptionsTest, PairsFeedingEachOtherStayBounded)
     EXPECT_TRUE(out.startsWith("a a a a a a a a a a a"));  // the second pair has run
 }
 
+TEST_F(ExceptionsTest, ShortTextsMayGrowIntoLongChangesAndLaterPairsReadThem)
+{
+    // A word may stand for a phrase far longer than sixteen times the text.
+    const QString phrase = QStringList(100, "International Business").join(' ');
+    setPairs({{"IBM", phrase}});
+    EXPECT_EQ(made("IBM"), phrase);
+    // A later pair matches an earlier change in any case, in and beyond Latin-1.
+    setPairs({{"Ärger", "ΣΟΦΙΑ"}, {"σοφια", "Wisdom"}, {"WISDOM", "sagesse"}});
+    EXPECT_EQ(made("Ärger! ärger"), "sagesse! sagesse");
+}
+
 TEST_F(ExceptionsTest, FuzzedListOfSelfRepeatingChangesStaysBounded)
 {
     // An 88-byte "exceptions.txt" of the kind fuzzing found (it took the rewrite minutes),
