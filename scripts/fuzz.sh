@@ -45,7 +45,7 @@ for t in "${targets[@]}"; do
   findings=build-fuzz/findings/$name
   mkdir -p "$corpus" "$findings"
   dict=(); [ -f "fuzz/$name.dict" ] && dict=(-dict="fuzz/$name.dict")
-  log=build-fuzz/$name.log
+  log=build-fuzz/$name${FUZZ_FRESH:+.fresh}.log
   bin=build-fuzz/running/$t.$$
   mkdir -p build-fuzz/running && cp "build-fuzz/fuzz/$t" "$bin"
   start=$(date +%s)
