@@ -21,14 +21,48 @@ SequenceStore g_store;
 
 bool isDigitChar(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
 
-// Appends one value, counting first; false past the limit.
-bool append(QList<double> &values, double value)
+// The values of a sequence as the parse meets them. Checking a sequence only counts
+// them: a range such as "1-99999" need not be spelled out to be found valid.
+class Values
 {
-    if (values.size() + 1 > kMaxSequenceValues)
-        return false;
-    values.append(value);
-    return true;
-}
+public:
+    explicit Values(QList<double> *kept) : m_kept(kept) {}
+
+    // Adds the values from..to, counting first; false past the limit.
+    bool addRange(double from, double to)
+    {
+        const double more = to >= from ? to - from + 1 : 0;
+        if (m_count + more > kMaxSequenceValues)
+            return false;
+        m_count += static_cast<qsizetype>(more);
+        if (m_kept) {
+            m_kept->reserve(m_kept->size() + static_cast<qsizetype>(more));
+            for (double v = from; v <= to; ++v)
+                m_kept->append(v);
+        }
+        return true;
+    }
+    bool add(double value)
+    {
+        if (m_count + 1 > kMaxSequenceValues)
+            return false;
+        ++m_count;
+        if (m_kept)
+            m_kept->append(value);
+        return true;
+    }
+    void clear()
+    {
+        m_count = 0;
+        if (m_kept)
+            m_kept->clear();
+    }
+    bool isEmpty() const { return m_count == 0; }
+
+private:
+    QList<double> *m_kept;
+    qsizetype m_count = 0;
+};
 
 struct RangeFault {};
 
@@ -42,9 +76,8 @@ double rangeEnd(const QString &text)
 
 // The parse shared by Token and Token2. A malformed item ends it with values emptied
 // and no message.
-QString parse(const QString &list, QList<double> &values)
+QString parse(const QString &list, Values values)
 {
-    values.clear();
     double min = 0, max = 0;
     QString msg = GetMinMaxVal(list, min, max);
     if (!msg.isEmpty())
@@ -77,11 +110,9 @@ QString parse(const QString &list, QList<double> &values)
                 }
                 const double from = rangeEnd(Mid(s, p + 1, h - p - 1));
                 const double to = rangeEnd(c > 0 ? Mid(s, h + 1, c - h - 1) : Mid(s, h + 1));
-                for (double v = from; v <= to; ++v) {
-                    if (!append(values, v)) {
-                        values.clear();
-                        return tooMany;
-                    }
+                if (!values.addRange(from, to)) {
+                    values.clear();
+                    return tooMany;
                 }
                 if (c == 0)
                     break;
@@ -91,13 +122,13 @@ QString parse(const QString &list, QList<double> &values)
                     values.clear();
                     return {};
                 }
-                if (!append(values, Val1(Mid(s, p + 1, c - p - 1)))) {
+                if (!values.add(Val1(Mid(s, p + 1, c - p - 1)))) {
                     values.clear();
                     return tooMany;
                 }
                 p = c;
             } else {
-                if (!append(values, Val1(Mid(s, p + 1)))) {
+                if (!values.add(Val1(Mid(s, p + 1)))) {
                     values.clear();
                     return tooMany;
                 }
@@ -175,7 +206,7 @@ QString GetMinMaxVal(const QString &list, double &min, double &max)
 QString Token(const QString &list, int slot)
 {
     QList<double> values;
-    const QString msg = parse(list, values);
+    const QString msg = parse(list, Values(&values));
     SequenceSlot &s = g_store.slot(slot);
     s.LoopSeqCount = 0;
     if (!msg.isEmpty()) {
@@ -189,8 +220,7 @@ QString Token(const QString &list, int slot)
 
 QString Token2(const QString &list)
 {
-    QList<double> values;
-    return parse(list, values);
+    return parse(list, Values(nullptr));
 }
 
 bool LoopSequence(int line, int &slot)

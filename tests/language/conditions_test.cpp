@@ -133,6 +133,13 @@ TEST_F(LanguageTest, SequenceLimitIsInclusive)
     SetNextLOOPIndex(slot);
     EXPECT_EQ(Token(QStringLiteral("1-100000"), slot), QString());
     EXPECT_EQ(sequenceStore().slot(slot).LoopSeqCount, kMaxSequenceValues);
+    // The check counts ranges and single values together, either way round.
+    const QString tooMany = QStringLiteral("Max number of values exceeded in sequence");
+    EXPECT_EQ(Token2(QStringLiteral("1-99999,5")), QString());
+    EXPECT_EQ(Token2(QStringLiteral("5,1-99999")), QString());
+    EXPECT_EQ(Token2(QStringLiteral("1-99999,5,6")), tooMany);
+    EXPECT_EQ(Token2(QStringLiteral("5,6,1-99999")), tooMany);
+    EXPECT_EQ(Token2(QStringLiteral("1-50000,1-50001")), tooMany);
 }
 
 TEST_F(LanguageTest, SlotsAreReusedBelowTheUpperBound)
