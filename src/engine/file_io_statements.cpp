@@ -10,6 +10,9 @@
 #include "macro/numbers.h"
 #include "macro/variables.h"
 
+#include <cmath>
+#include <limits>
+
 namespace engine {
 
 namespace {
@@ -25,6 +28,13 @@ const QString kGoTo = QStringLiteral("GoTo 1");
 QStringList operandWords(int line)
 {
     return OperandText(runState().action(line).Text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+// The whole number a value holds, or 0 for a fraction or a value beyond an int.
+int wholeNumberOf(double value)
+{
+    const bool fits = value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
+    return fits && value == std::trunc(value) ? int(value) : 0;
 }
 
 // The id word of a unit statement (its first operand), upper-cased for comparisons.
@@ -54,14 +64,14 @@ int FileIdOf(const QString &word)
 {
     const double number = macro::Val1(word);
     if (number != 0 || word == QLatin1String("0"))
-        return number == int(number) ? int(number) : 0;
+        return wholeNumberOf(number);
     if (!macro::IsVarName(word))
         return 0;
     double value = 0;
     int type = macro::kTypeNumber;
     if (!macro::GetVarNumber(macro::UpperSameLength(word), value, type) || type != macro::kTypeNumber)
         return 0;
-    return value == int(value) ? int(value) : 0;
+    return wholeNumberOf(value);
 }
 
 QString GetOpenParams(int line, int &id, QString &name, qint16 &mode)

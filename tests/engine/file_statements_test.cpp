@@ -130,6 +130,18 @@ TEST_F(FileStatementTest, AnOpenIdOpenedAgainAndATenthFileAreFatal)
     EXPECT_EQ(engine::runState().OpenFileCount, 0);
 }
 
+TEST_F(FileStatementTest, NumbersBeyondAnyFileNumberAreInvalidNotWrappedRound)
+{
+    write("in.txt", "a\n");
+    // 4294967297 would wrap round to 1 in a 32-bit conversion.
+    run({"[OPEN 4294967297 " + lit("in.txt") + "]", "[READ 4294967297 A]", "[CLOSE 4294967297]"});
+    EXPECT_EQ(messages(), QStringList{"1) Line 1 FATAL ERROR Invalid file number for [OPEN n File] statement"});
+    EXPECT_EQ(engine::runState().OpenFileCount, 0);
+
+    run({"[N=66666666666666666666666]", "[OPEN 1 " + lit("in.txt") + "]", "[READ 1 A]", "[READ N A]", "[CLOSE 1]"});
+    EXPECT_EQ(messages(), QStringList{"1) Line 4 FATAL ERROR Invalid file number for [READ n Rec] statement"});
+}
+
 TEST_F(FileStatementTest, FilesLeftOpenByAFatalErrorAreClosedWithTheirDataComplete)
 {
     QStringList lines{"[OPEN 1 " + lit("log.txt") + "]"};
