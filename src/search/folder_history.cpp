@@ -74,7 +74,7 @@ void FolderHistory::PopulateHistory(const QString &currentFolder)
     m_rows.clear();
     m_current = -1;
     QFile file(FilePath());
-    if (file.exists() && file.open(QIODevice::ReadOnly))
+    if (file.open(QIODevice::ReadOnly))
         m_rows = ParseHistory(shell::DecodeLegacyText(file.readAll()));
     if (m_rows.isEmpty()) {
         const QString folder = withoutTrailingSlash(currentFolder);

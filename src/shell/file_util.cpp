@@ -89,13 +89,15 @@ bool FolderExists(const QString &path)
 QString WriteFileAtomically(const QString &path, const QByteArray &data)
 {
     // A link is saved through: the file it points at is replaced, the link stays.
-    const QFileInfo info(path);
-    const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
-    const QByteArray final = QFile::encodeName(target);
-    const QByteArray tmp = QFile::encodeName(temporaryNameFor(target));
-
+    QByteArray final = QFile::encodeName(path);
     struct stat existing {};
-    const bool replaces = ::stat(final.constData(), &existing) == 0;
+    bool replaces = ::lstat(final.constData(), &existing) == 0;
+    if (replaces && S_ISLNK(existing.st_mode)) {
+        replaces = ::stat(final.constData(), &existing) == 0;
+        if (replaces)
+            final = QFile::encodeName(QFileInfo(path).canonicalFilePath());
+    }
+    const QByteArray tmp = QFile::encodeName(temporaryNameFor(QFile::decodeName(final)));
     const mode_t mode = replaces ? (existing.st_mode & 07777) : 0666;
 
     FdCloser file{openLockedTemporary(tmp, mode)};
