@@ -7,8 +7,8 @@
 #include "shell/legacy_text.h"
 
 #include <QCoreApplication>
+#include <array>
 #include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -34,10 +34,10 @@ void fillTable()
 //    arguments, "MID (" with a blank) can change on the next.
 // For every UTF-16 unit: whether its full upper case is more than one unit. Worked out once:
 // a string per character for every input would cost more than the rest of the target.
-const std::vector<bool> &upperGrows()
+const std::array<bool, 0x10000> &upperGrows()
 {
-    static const std::vector<bool> grows = [] {
-        std::vector<bool> table(0x10000);
+    static const std::array<bool, 0x10000> grows = [] {
+        std::array<bool, 0x10000> table{};
         for (char32_t u = 0; u < 0x10000; ++u)
             table[u] = QString(QChar(char16_t(u))).toUpper().size() != 1;
         return table;
