@@ -36,6 +36,10 @@ full_asan=detect_leaks=1:allocator_may_return_null=1
 export ASAN_OPTIONS=$full_asan:malloc_context_size=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 export QT_LOGGING_RULES="*.debug=false;*.warning=false"
+# Copies left by runs that were killed go; those of runs still going stay.
+for copy in build-fuzz/running/*_fuzz.*; do
+  [ -e "$copy" ] && ! kill -0 "${copy##*.}" 2>/dev/null && rm -f "$copy"
+done
 status=0
 for t in "${targets[@]}"; do
   name=${t%_fuzz}
