@@ -61,7 +61,7 @@ for t in "${targets[@]}"; do
   if [ $rc -ne 0 ]; then
     for finding in $(find "$findings" -type f -newer "$bin"); do
       echo "=== $finding again, with allocation stacks" >>"$log"
-      ASAN_OPTIONS=$full_asan "$bin" "$finding" >>"$log" 2>&1
+      ASAN_OPTIONS=$full_asan "$bin" -timeout=10 "$finding" >>"$log" 2>&1
     done
   fi
   set -e
