@@ -441,12 +441,17 @@ void RtfParser::addText(const QString &text)
     if (stack_.empty())
         return;
     switch (state().destination) {
-    case Destination::Text:
+    case Destination::Text: {
         if (state().hidden)
             return;
-        paragraph_.append(WithoutControls(text, true), charFormat());
+        // Paragraphs end only at \par: a paragraph separator in the text (\u8233) is a
+        // line break inside the paragraph, which is how it is written out again.
+        QString kept = WithoutControls(text, true);
+        kept.replace(QChar::ParagraphSeparator, kLineBreak);
+        paragraph_.append(kept, charFormat());
         paragraphTouched_ = true;
         return;
+    }
     case Destination::FontTable:
         if (fontEntryNumber_ >= 0)
             fontEntry_.name += WithoutControls(text, false);

@@ -2,6 +2,7 @@
 #include "rtf_test_data.h"
 
 #include "reader/rtf_reader.h"
+#include "reader/rtf_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -124,4 +125,15 @@ TEST(RtfBadInput, ControlBytesAndNulsInTextAreDropped)
 {
     const RichDocument document = ReadRtf(QByteArray("{\\rtf1 a\0b\x01\x1f" "c}", 14));
     EXPECT_EQ(ParagraphTexts(document), QStringList{QStringLiteral("abc")});
+}
+
+TEST(RtfBadInput, AParagraphSeparatorInTheTextIsALineBreakAndSurvivesARoundTrip)
+{
+    const RichDocument document = ReadRtf("{\\rtf1 a\\u8233?b\\par c}");
+    EXPECT_EQ(ParagraphTexts(document), (QStringList{QStringLiteral("a\u2028b"), QStringLiteral("c")}));
+    EXPECT_EQ(ReadRtf(WriteRtf(document)), document);
+
+    const RichDocument found = ReadRtf(rtftest::DataFile("fuzz_paragraph_separator.rtf"));
+    ASSERT_FALSE(found.paragraphs.isEmpty());
+    EXPECT_EQ(ReadRtf(WriteRtf(found)), found);
 }
